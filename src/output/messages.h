@@ -1,0 +1,76 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "level/result.h"
+
+// The catalogue of status messages. Every outcome of the program is a message number; the two
+// status lines of that number are fixed words around the values of a few counters.
+namespace kavit {
+
+class Solver;
+class SolverHooks;
+
+// What the texts are made of. ReadValues fills all but the animation's counts from a solver.
+struct MessageValues {
+    std::int64_t Blocks = 0;
+    std::int64_t SeaSteps = 0;
+    std::int64_t AnimPushes = 0;
+    std::int64_t AnimMoves = 0;
+    std::array<std::int64_t, 2> SolMoves{};
+    std::array<std::int64_t, 2> SolPushes{};
+    std::int64_t nSol = 0;
+    std::int64_t ForwLevel = 0;
+    std::int64_t BackLevel = 0;
+    bool TimeOut = false;
+};
+
+// May be called from inside a hook of that solver.
+void ReadValues(MessageValues& values, const Solver& solver, const SolverHooks& hooks);
+
+// The texts of one message. A line without a value stays as it is on the screen; "" clears it.
+struct MessageLines {
+    std::optional<std::string> Left;
+    std::optional<std::string> Right;
+
+    bool operator==(const MessageLines&) const = default;
+};
+
+// "moves/pushes" of solution 0 and, when solution 1 differs in moves, `separator` and its own pair.
+// Two solutions of equal moves show as one, whatever their pushes.
+[[nodiscard]] std::string PairText(const MessageValues& values, std::string_view separator);
+
+enum class TraceAnswer { Yes, No, Cancel };
+
+class MessageCatalogue {
+  public:
+    // The texts of any number; message 28 rebuilds BestSolText on the way, which message 25 shows
+    // as it was built last.
+    [[nodiscard]] MessageLines ShowMsg(int number, const MessageValues& values);
+    [[nodiscard]] MessageLines ShowMsg(Result number, const MessageValues& values) {
+        return ShowMsg(static_cast<int>(number), values);
+    }
+
+    [[nodiscard]] int LastMsg() const { return lastMsg_; }
+    [[nodiscard]] const std::string& BestSolText() const { return bestSolText_; }
+
+    // A developer's aid: numbers whose flag is set ask before the program goes on. Both calls
+    // return "" or, for a number without a flag, a sentence that says so.
+    [[nodiscard]] std::string SetTrace(int number, bool on);
+    [[nodiscard]] std::string TraceMsg(
+        int number, const std::function<TraceAnswer(const std::string& prompt)>& ask);
+
+  private:
+    static constexpr int kTraceFlags = 152;
+
+    std::string bestSolText_;
+    int lastMsg_ = 0;
+    std::array<std::uint8_t, kTraceFlags> msgTrace_{};
+};
+
+}  // namespace kavit

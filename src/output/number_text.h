@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+// How numbers look in the texts of the program. The two forms decide the spacing of every status
+// line and report, so each place says which one it means.
+namespace kavit {
+
+// With a sign position: a blank for zero and above, "-" below.
+[[nodiscard]] inline std::string S(std::int64_t x) {
+    return (x < 0 ? "" : " ") + std::to_string(x);
+}
+
+// Without it.
+[[nodiscard]] inline std::string B(std::int64_t x) {
+    return std::to_string(x);
+}
+
+// At least `digits` digits, zeros in front; a number that needs more is written whole.
+[[nodiscard]] inline std::string Padded(std::int64_t x, std::size_t digits) {
+    std::string text = std::to_string(x < 0 ? -x : x);
+    if (text.size() < digits) text.insert(0, digits - text.size(), '0');
+    return (x < 0 ? "-" : "") + text;
+}
+
+}  // namespace kavit

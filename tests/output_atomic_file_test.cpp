@@ -1,0 +1,181 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "output/atomic_file.h"
+
+namespace kavit {
+namespace {
+
+namespace fs = std::filesystem;
+
+class AtomicFile : public testing::Test {
+  protected:
+    AtomicFile() {
+        std::string name = (fs::temp_directory_path() / "kavit-test-XXXXXX").string();
+        folder_ = mkdtemp(name.data());
+    }
+    ~AtomicFile() override {
+        std::error_code ignored;
+        fs::remove_all(folder_, ignored);
+    }
+
+    static std::string Read(const fs::path& path) {
+        std::ifstream in(path, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+    // Every name in the folder; a temporary file left behind would show.
+    std::string Names() const {
+        std::string names;
+        for (const auto& entry : fs::directory_iterator(folder_)) {
+            names += entry.path().filename().string() + " ";
+        }
+        return names;
+    }
+
+    fs::path folder_;
+};
+
+TEST_F(AtomicFile, WritesReplacesAndKeepsPermissions) {
+    const fs::path file = folder_ / "a.sol";
+    EXPECT_EQ(WriteWholeFile(file, std::string("one\0two", 7)), "");
+    EXPECT_EQ(Read(file), std::string("one\0two", 7));
+    const mode_t mask = umask(0);
+    umask(mask);
+    EXPECT_EQ(static_cast<mode_t>(fs::status(file).permissions()), 0666 & ~mask);
+
+    fs::permissions(file, fs::perms{0640});
+    EXPECT_EQ(WriteWholeFile(file, ""), "");
+    EXPECT_EQ(Read(file), "");
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms{0640});
+    EXPECT_EQ(Names(), "a.sol ");
+}
+
+TEST_F(AtomicFile, ALinkStaysALink) {
+    fs::create_directory(folder_ / "far");
+    fs::create_symlink("far/target", folder_ / "one");
+    fs::create_symlink("one", folder_ / "two");
+    for (const char* content : {"made", "replaced"}) {  // the target is not there at first
+        EXPECT_EQ(WriteWholeFile(folder_ / "two", content), "");
+        EXPECT_TRUE(fs::is_symlink(folder_ / "one"));
+        EXPECT_TRUE(fs::is_symlink(folder_ / "two"));
+        EXPECT_EQ(Read(folder_ / "far/target"), content);
+    }
+    fs::create_symlink("ring", folder_ / "ring");
+    EXPECT_NE(WriteWholeFile(folder_ / "ring", "x"), "");
+}
+
+TEST_F(AtomicFile, FailuresNameFileAndReasonAndLeaveNothing) {
+    fs::create_directory(folder_ / "folder");
+    ASSERT_EQ(WriteWholeFile(folder_ / "file", "old"), "");
+    const std::string names = Names();
+    const struct {
+        fs::path Path;
+        const char* Reason;
+    } cases[] = {
+        {folder_ / "folder", "directory"},
+        {folder_ / "new/", "directory"},
+        {folder_ / "missing/a.sol", "No such file"},
+        {folder_ / "file/a.sol", "Not a directory"},
+        {folder_ / std::string(300, 'n'), "too long"},
+        {"/dev/full", "No space left"},
+        {"", "without a name"},
+    };
+    for (const auto& [path, reason] : cases) {
+        const std::string fault = WriteWholeFile(path, "new");
+        EXPECT_NE(fault.find(reason), std::string::npos) << fault;
+        EXPECT_NE(fault.find(path.string()), std::string::npos) << fault;
+    }
+    EXPECT_EQ(Names(), names);
+    EXPECT_EQ(Read(folder_ / "file"), "old");
+}
+
+// Runs `body` in a child process; returns its wait status.
+template <typename Body>
+int InChild(Body body) {
+    const pid_t child = fork();
+    if (child == 0) _exit(body());
+    int status = -1;
+    waitpid(child, &status, 0);
+    return status;
+}
+
+TEST_F(AtomicFile, ADiskThatFillsUpKeepsTheOldFile) {
+    const fs::path file = folder_ / "a.sol";
+    ASSERT_EQ(WriteWholeFile(file, "old"), "");
+    // A limit on the size of files stops the write half-way, as a full disk does.
+    const int status = InChild([&] {
+        const rlimit limit{4096, 4096};
+        std::signal(SIGXFSZ, SIG_IGN);
+        if (setrlimit(RLIMIT_FSIZE, &limit) != 0) return 2;
+        return WriteWholeFile(file, std::string(100000, 'x')).empty() ? 1 : 0;
+    });
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(Read(file), "old");
+    EXPECT_EQ(Names(), "a.sol ");
+}
+
+TEST_F(AtomicFile, AKillLeavesTheOldOrTheNewFile) {
+    const fs::path file = folder_ / "a.sol";
+    const std::string one(200000, '1');
+    const std::string two(300000, '2');
+    ASSERT_EQ(WriteWholeFile(file, one), "");
+    for (int round = 0; round < 20; ++round) {
+        const pid_t child = fork();
+        if (child == 0) {
+            for (;;) {
+                if (!WriteWholeFile(file, two).empty() || !WriteWholeFile(file, one).empty()) {
+                    _exit(1);
+                }
+            }
+        }
+        usleep(static_cast<useconds_t>(500 + 700 * round));
+        kill(child, SIGKILL);
+        int status = 0;
+        waitpid(child, &status, 0);
+        ASSERT_TRUE(WIFSIGNALED(status));
+        const std::string content = Read(file);
+        ASSERT_TRUE(content == one || content == two) << content.size();
+    }
+}
+
+TEST_F(AtomicFile, PermissionsAreRespected) {
+    const fs::path locked = folder_ / "locked";
+    fs::create_directory(locked);
+    ASSERT_EQ(WriteWholeFile(folder_ / "read-only", "old"), "");
+    fs::permissions(folder_ / "read-only", fs::perms{0444});
+    fs::permissions(locked, fs::perms{0555});
+    fs::permissions(folder_, fs::perms{0777});
+    constexpr uid_t kNobody = 65534;
+    // Without the rights of an administrator, which the tests may run with.
+    const int status = InChild([&] {
+        if (geteuid() == 0 && setuid(kNobody) != 0) return 8;
+        int faults = 0;
+        if (WriteWholeFile(folder_ / "read-only", "x").find("denied") == std::string::npos)
+            ++faults;
+        if (WriteWholeFile(locked / "a.sol", "x").find("denied") == std::string::npos) faults += 2;
+        if (!WriteWholeFile(folder_ / "other", "x").empty()) faults += 4;
+        return faults;
+    });
+    EXPECT_EQ(WEXITSTATUS(status), 0);
+    EXPECT_EQ(Read(folder_ / "read-only"), "old");
+    fs::permissions(locked, fs::perms{0777});
+}
+
+TEST_F(AtomicFile, AppendsAtTheEnd) {
+    EXPECT_EQ(AppendToFile(folder_ / "log", "a\n"), "");
+    EXPECT_EQ(AppendToFile(folder_ / "log", "b\n"), "");
+    EXPECT_EQ(Read(folder_ / "log"), "a\nb\n");
+    EXPECT_NE(AppendToFile(folder_, "c\n"), "");
+}
+
+}  // namespace
+}  // namespace kavit
