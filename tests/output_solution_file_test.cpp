@@ -1,0 +1,203 @@
+#include <gtest/gtest.h>
+
+#include "output/solution_file.h"
+
+namespace kavit {
+namespace {
+
+// Three rows; the code 7 prints as a man, the code 77 as nothing.
+Board SmallBoard() {
+    Board board;
+    const int codes[3][5] = {{4, 4, 4, 4, 4}, {4, 9, 3, 1, 77}, {4, 7, 2, 0, 4}};
+    for (std::size_t row = 0; row < 3; ++row) {
+        for (std::size_t col = 0; col < 5; ++col) {
+            board.Cell[row * Maxcol + col] = static_cast<std::uint8_t>(codes[row][col]);
+        }
+    }
+    board.MaxRow = 3;
+    board.MaxCol = 5;
+    return board;
+}
+
+// Solved by the search alone, one solution, from a file.
+ReportInput Plain() {
+    ReportInput r;
+    r.Level = SmallBoard();
+    r.LevelName = "abc";
+    for (KeptSolution& kept : r.Kept) {
+        kept.SolMoves = 312;
+        kept.SolPushes = 87;
+        kept.SolPhase = 1;
+        kept.SolFoundAt = 4;
+        kept.SolString = "rdL";
+    }
+    r.Counters.BucketCnt = 4321;
+    r.Counters.PosChanged = 10;
+    r.Counters.PosDiscarded = 200;
+    r.Counters.nSol = 7;
+    r.Counters.SeaPhase = 1;
+    r.NumPos = 4000000;
+    r.SeaStart = 1000;
+    r.LastTick = 1012.348;
+    return r;
+}
+
+// The same with all that can be more: two solutions, the optimizer stopped, an expert at work.
+ReportInput Rich() {
+    ReportInput r = Plain();
+    r.BoardMoved = true;
+    r.HideExpert = false;
+    r.OptLevel = 3;
+    r.OptSpecial = true;
+    r.HashCase = 1;
+    r.Kept[1].SolMoves = 298;
+    r.Kept[1].SolPushes = 91;
+    r.Kept[1].SolString = "ULd";
+    r.Kept[1].SolPhase = 2;
+    r.Kept[1].SolFoundAt = 5;
+    r.Kept[0].SolFoundAtSearch = 3;
+    r.Counters.SeaPhase = 2;
+    r.Counters.nSolSearch = 20;
+    r.Counters.HashCnt = 0;
+    r.Counters.RHashCnt = kCounterStart + 12;
+    r.Counters.RHashCnt2 = 5;
+    r.Counters.MovesProved = true;
+    r.StopSea = true;
+    r.SeaResult = Result::Stopped;
+    return r;
+}
+
+TEST(SolutionFile, WholeFiles) {
+    EXPECT_EQ(SolutionFileText(Plain()),
+              "rdL\r\n"
+              "rdL\r\n"
+              "\r\n"
+              "\\RESULT:         312/87\r\n"
+              "\\Time:           12.35\r\n"
+              "\\Pos.Count:      4321\r\n"
+              "\\Best Solution between 7 analyzed\r\n");
+    EXPECT_EQ(SolutionFileText(Rich()),
+              "#####\r\n"
+              "#+*.\r\n"
+              "#@$ #\r\n"
+              "\r\n"
+              "rdL\r\n"
+              "ULd\r\n"
+              "\r\n"
+              "\\RESULT:         312/87   298/91\r\n"
+              "\\Time:           12.35\r\n"
+              "\\Pos.Count:      4321\r\n"
+              "\\Pos. Changed:   10\r\n"
+              "\\Pos. Discarded: 200\r\n"
+              "\\Bucket_size:    4000000\r\n"
+              "\\HashCnt:        *0\r\n"
+              "\\RHashCnt:       12+*5\r\n"
+              "\\nSol/Step:      3/1,   5/2\r\n"
+              "\\Best Solution between 27 analyzed\r\n"
+              "\\Best Solution before Stopped\r\n"
+              "\\Moves proved:   yes\r\n");
+}
+
+TEST(SolutionFile, LinesThatDependOnOneThing) {
+    const auto has = [](const ReportInput& r, const std::string& line) {
+        return SolutionFileText(r).find(line + "\r\n") != std::string::npos;
+    };
+    ReportInput r = Plain();
+    r.HideExpert = false;
+    EXPECT_TRUE(has(r, "\\HashCnt:        0"));
+    EXPECT_TRUE(has(r, "\\nSol/Step:     4/1"));
+    EXPECT_FALSE(has(r, "\\Moves proved:   no"));
+    r.Counters.HashCnt2 = kCounterStart + 9;
+    EXPECT_TRUE(has(r, "\\HashCnt:        0+9"));
+    r.Kept[1].SolPhase = 2;
+    EXPECT_TRUE(has(r, "\\nSol/Step:     4/1, 4/2"));
+    r.OptLevel = 3;
+    EXPECT_TRUE(has(r, "\\Moves proved:   no"));
+
+    r = Plain();
+    r.StopSea = true;
+    EXPECT_TRUE(has(r, "\\Best Solution before "));
+    r.SeaResult = Result::OutOfMemory;
+    EXPECT_TRUE(has(r, "\\Best Solution before Out of Memory"));
+    r.TimeOut = true;
+    EXPECT_TRUE(has(r, "\\Best Solution before TimeOut"));
+    r.BoardImported = true;
+    EXPECT_EQ(SolutionFileText(r).rfind("#####\r\n#+*.\r\n#@$ #\r\n\r\nrdL\r\n", 0), 0U);
+}
+
+TEST(SolutionFile, TextView) {
+    EXPECT_EQ(SolutionViewText(Plain()),
+              "#####\r\n#+*.\r\n#@$ #\r\r\n\r\n"
+              "rdL\r\n"
+              "\r\n"
+              "RESULT:  312/ 87");
+    ReportInput r = Rich();
+    EXPECT_EQ(SolutionViewText(r),
+              "#####\r\n#+*.\r\n#@$ #\r\r\n\r\n"
+              "rdL\r\n"
+              "ULd\r\n"
+              "\r\n"
+              "RESULT:  312/ 87    298/ 91\r\n\r\n"
+              "Best Solution before Stopped");
+    r.TimeOut = true;
+    EXPECT_EQ(SolutionViewText(r).substr(SolutionViewText(r).size() - 8), " TimeOut");
+}
+
+TEST(SolutionFile, EqualMovesCountAsOneSolution) {
+    ReportInput r = Plain();
+    r.Kept[1].SolPushes = 80;
+    r.Kept[1].SolString = "other";
+    EXPECT_EQ(SolutionFileText(r), SolutionFileText(Plain()));
+    EXPECT_EQ(SolutionViewText(r), SolutionViewText(Plain()));
+}
+
+TEST(SolutionFile, NameAndChoice) {
+    using Kind = SolutionName::Kind;
+    struct Case {
+        const char* Level;
+        bool HideExpert;
+        int OptLevel;
+        bool Special;
+        int HashCase;
+        const char* Base;
+    };
+    const Case cases[] = {
+        {"", false, 2, true, 1, ""},
+        {"abc", true, 2, true, 1, "abc"},
+        {"abc", false, 0, false, 0, "abc_none"},
+        {"abc", false, 1, false, 0, "abc_some"},
+        {"abc", false, 2, true, 1, "abc_more_sp_1"},
+        {"abc", false, 3, false, 2, "abc_plus_2"},
+    };
+    for (const Case& c : cases) {
+        ReportInput r;
+        r.LevelName = c.Level;
+        r.HideExpert = c.HideExpert;
+        r.OptLevel = c.OptLevel;
+        r.OptSpecial = c.Special;
+        r.HashCase = c.HashCase;
+        const std::string base = c.Base;
+        const std::string name = base.empty() ? "" : base + ".sol";
+        EXPECT_EQ(SolutionBaseName(r), base);
+        EXPECT_EQ(ChooseSolutionName(r), (SolutionName{Kind::Ask, name}));
+        r.chkWriteSol = true;
+        EXPECT_EQ(ChooseSolutionName(r),
+                  (SolutionName{name.empty() ? Kind::Ask : Kind::Write, name}));
+        r.chkNoWriteSol = true;
+        EXPECT_EQ(ChooseSolutionName(r), (SolutionName{Kind::None, ""}));
+    }
+}
+
+TEST(SolutionFile, Seconds) {
+    const std::pair<std::pair<double, double>, const char*> cases[] = {
+        {{5, 5}, "0"},           {{5, 5.004}, "0"},           {{5, 5.05}, "0.05"},
+        {{5, 5.5}, "0.5"},       {{5, 15.996}, "11"},         {{5, 15.25}, "10.25"},
+        {{86399, 1.75}, "2.75"}, {{86399, 86401.75}, "2.75"}, {{0.5, 86400.5}, "86400"},
+    };
+    for (const auto& [times, text] : cases) {
+        EXPECT_EQ(SecondsText(times.first, times.second), text) << times.second;
+    }
+}
+
+}  // namespace
+}  // namespace kavit
