@@ -1,0 +1,54 @@
+#include <gtest/gtest.h>
+
+#include "output/dumps.h"
+
+namespace kavit {
+namespace {
+
+TEST(Dumps, Levels) {
+    LevelTables levels;
+    LevelTables::Run(levels.ForwTopEnd, 1, 1) = {1, 1};
+    LevelTables::Run(levels.ForwTopEnd, 2, 1) = {4, 12345678};
+    LevelTables::Run(levels.ForwTopEnd, 2, 2) = {30, 31};
+    LevelTables::Run(levels.ForwTopEnd, 3, 2) = {40, 41};  // by the optimizer alone
+    LevelTables::Run(levels.ForwTopEnd, 5, 1) = {50, 51};  // behind the first empty level
+    LevelTables::Run(levels.BackTopEnd, 1, 1) = {2, 3};
+    SearchCounters counters;
+    counters.LastSide = 2;
+    counters.OptimumPushes = 97;
+    counters.ForwDepth = 40;
+    counters.BackDepth = 57;
+    counters.BucketCnt = 4321;
+    EXPECT_EQ(LevelsText("abc_more", levels, counters),
+              "abc_more:  ForwTopEnd  LastSea: 2  OptimumPushes: 97  Sea1: 40  Sea2: 57\r\n"
+              "\r\n"
+              "SeaCnt = 001  Top1 = 0000001  End1 = 0000001\r\n"
+              "SeaCnt = 002  Top1 = 0000004  End1 = 12345678  Top2 = 0000030  End2 = 0000031\r\n"
+              "SeaCnt = 003  Top1 = 0000000  End1 = 0000000  Top2 = 0000040  End2 = 0000041\r\n"
+              "\r\n"
+              "\r\n"
+              "abc_more:  BackTopEnd\r\n"
+              "\r\n"
+              "SeaCnt = 001  Top1 = 0000002  End1 = 0000003\r\n"
+              "\r\n"
+              "Last BucketCnt: 4321\r\n");
+    EXPECT_EQ(LevelsText("", LevelTables{}, SearchCounters{}),
+              ":  ForwTopEnd  LastSea: 0  OptimumPushes: 0  Sea1: 0  Sea2: 0\r\n\r\n\r\n\r\n"
+              ":  BackTopEnd\r\n\r\n\r\nLast BucketCnt: 0\r\n");
+}
+
+TEST(Dumps, Position) {
+    EXPECT_EQ(PositionText(7, {11, 3, 45, 6, {24, 45, 123, 5}}),
+              " Bucket: ( 0007)  [ 011 0003 045 006] [ 24 45 123 05]\r\n");
+    EXPECT_EQ(PositionText(1234567, {1, -1, 200, 12345, {20}}),
+              " Bucket: ( 1234567)  [ 001 -0001 200 12345] [ 20]\r\n");
+}
+
+TEST(Dumps, FileNames) {
+    EXPECT_EQ(LevelsFileName("out/run", "abc"), "out/run_abc.txt");
+    EXPECT_EQ(PositionFileName("abc", 12), "abc_Dist.txt");
+    EXPECT_EQ(PositionFileName("abc", 11), "abc.txt");
+}
+
+}  // namespace
+}  // namespace kavit
