@@ -111,15 +111,13 @@ std::string WriteOpened(const fs::path& path, int flags, std::string_view conten
 
 std::string WriteWholeFile(const fs::path& path, std::string_view content) {
     if (path.empty()) return "Can't write a file without a name";
+    struct stat old {};
+    const bool exists = stat(path.c_str(), &old) == 0;
+    if (!exists && errno != ENOENT) return Fault(path, errno);
+    if (exists ? S_ISDIR(old.st_mode) : !path.has_filename()) return Fault(path, EISDIR);
+    if (exists && !S_ISREG(old.st_mode)) return WriteOpened(path, 0, content);
     const std::optional<fs::path> target = FollowLinks(path);
     if (!target) return Fault(path, ELOOP);
-
-    struct stat old {};
-    const bool exists = stat(target->c_str(), &old) == 0;
-    if (!exists && errno != ENOENT) return Fault(path, errno);
-    if (!exists && !target->has_filename()) return Fault(path, EISDIR);
-    if (exists && S_ISDIR(old.st_mode)) return Fault(path, EISDIR);
-    if (exists && !S_ISREG(old.st_mode)) return WriteOpened(*target, 0, content);
     // Replacing a file needs no permission on the file itself; who made it read-only means it.
     if (exists && faccessat(AT_FDCWD, target->c_str(), W_OK, AT_EACCESS) != 0) {
         return Fault(path, errno);
