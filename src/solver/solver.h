@@ -18,10 +18,10 @@
 //
 //     kavit::Solver solver;                                   // no memory for positions yet
 //     if (!solver.ApplySizes({4000000, 8, 300}).Ok) return;   // positions, boxes, seconds
-//     kavit::SolverHooks hooks;                               // derive from it for progress and stop
-//     kavit::Result result = solver.AnalyseBoard(board, {});  // refuses with 1, 2, 9 or 14
-//     if (result == kavit::Result::Ok) result = solver.Search(hooks);
-//     if (result == kavit::Result::Ok) {
+//     kavit::SolverHooks hooks;                               // derive from it for progress and
+//     stop kavit::Result result = solver.AnalyseBoard(board, {});  // refuses with 1, 2, 9 or 14 if
+//     (result == kavit::Result::Ok) result = solver.Search(hooks); if (result == kavit::Result::Ok)
+//     {
 //         solver.OptimizeMoves(hooks);                        // only at OptLevel 2 and 3
 //         solver.BuildSolutions();
 //         std::puts(solver.Kept(0).SolString.c_str());
@@ -31,6 +31,7 @@
 
 namespace kavit {
 
+class MemorySource;
 class PositionStore;
 struct LevelTables;
 
@@ -42,7 +43,8 @@ class SolverFault : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// The sizes of the settings panel. Fields are wide so that anything that a user types arrives whole.
+// The sizes of the settings panel. Fields are wide so that anything that a user types arrives
+// whole.
 struct Sizes {
     std::int64_t NumPos = 4000000;  // positions that the store holds; 1..2147483647
     std::int64_t Blocks = 8;        // most boxes a level may have; 1..32767
@@ -69,13 +71,13 @@ struct SolverOptions {
 struct KeptSolution {
     int SolMoves = 32767;
     int SolPushes = 32767;
-    int SolPhase = 0;                    // 1 found by the search, 2 by the optimizer
-    std::int64_t SolFoundAt = 0;         // nSol when it was kept
-    std::int64_t SolFoundAtSearch = 0;   // SolFoundAt when the optimizer started
+    int SolPhase = 0;                   // 1 found by the search, 2 by the optimizer
+    std::int64_t SolFoundAt = 0;        // nSol when it was kept
+    std::int64_t SolFoundAtSearch = 0;  // SolFoundAt when the optimizer started
     // Entry 1 onward: the position reached after each push; a negative entry ends the chain.
     // Entry 0 is not read.
     std::vector<std::int32_t> SolSteps;
-    std::string SolString;               // "ldru" steps, "LDRU" pushes
+    std::string SolString;  // "ldru" steps, "LDRU" pushes
 };
 
 inline constexpr std::int64_t kCounterStart = -2147483647;  // where the hash counters begin
@@ -90,29 +92,30 @@ struct SearchCounters {
     std::int64_t RHashCnt = kCounterStart;  // re-probes; starts at -2147483647
     std::int64_t HashCnt2 = kCounterStart;  // second pair of the report; no part moves it
     std::int64_t RHashCnt2 = kCounterStart;
-    std::int32_t SeaSteps = 0;      // levels expanded by the search
-    int ForwDepth = 0;              // levels expanded forward ("Sea1")
-    int BackDepth = 0;              // levels expanded backward ("Sea2")
-    int ForwLevelCnt = 0;           // levels expanded whole when the search ended
+    std::int32_t SeaSteps = 0;  // levels expanded by the search
+    int ForwDepth = 0;          // levels expanded forward ("Sea1")
+    int BackDepth = 0;          // levels expanded backward ("Sea2")
+    int ForwLevelCnt = 0;       // levels expanded whole when the search ended
     int BackLevelCnt = 0;
-    int ForwLevel = 0;              // levels that the optimizer is at (messages 25 and 26)
+    int ForwLevel = 0;  // levels that the optimizer is at (messages 25 and 26)
     int BackLevel = 0;
-    int LastSide = 0;               // side of the last step: 1 forward, 2 backward
-    int OptimumPushes = 0;          // ForwLevelCnt + BackLevelCnt + 1, set by the optimizer
-    int SeaPhase = 0;               // 0 none, 1 search, 2 optimizer
-    std::int32_t HashSize = 0;      // slots of the hash table, less one
-    bool SqCompact = false;         // keys hold compact square numbers
+    int LastSide = 0;           // side of the last step: 1 forward, 2 backward
+    int OptimumPushes = 0;      // ForwLevelCnt + BackLevelCnt + 1, set by the optimizer
+    int SeaPhase = 0;           // 0 none, 1 search, 2 optimizer
+    std::int32_t HashSize = 0;  // slots of the hash table, less one
+    bool SqCompact = false;     // keys hold compact square numbers
     int NumBoxes = 0;
-    double BytesPerPosition = 0;    // key, record and share of the hash table
+    double BytesPerPosition = 0;  // key, record and share of the hash table
     double SearchSeconds = 0;
-    double PassSeconds = 0;         // optimizer pass
-    double ProofSeconds = 0;        // proof of the fewest moves
-    bool MovesProved = false;       // solution 1 has the fewest moves that its pushes allow
+    double PassSeconds = 0;    // optimizer pass
+    double ProofSeconds = 0;   // proof of the fewest moves
+    bool MovesProved = false;  // solution 1 has the fewest moves that its pushes allow
 };
 
 class Solver {
   public:
-    Solver();
+    Solver();  // takes its memory from the machine
+    explicit Solver(MemorySource& memory);
     ~Solver();
     Solver(Solver&&) noexcept;
     Solver& operator=(Solver&&) noexcept;
