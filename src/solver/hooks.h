@@ -7,9 +7,9 @@
 
 namespace kavit {
 
-// All that the solver knows of the world outside: five calls and three flags. Every call may be left
-// as it is. The calls come on the thread that runs the solver; the flags may be set from anywhere,
-// a signal handler included.
+// All that the solver knows of the world outside: five calls and three flags. Every call may be
+// left as it is. The calls come on the thread that runs the solver; the flags may be set from
+// anywhere, a signal handler included.
 class SolverHooks {
   public:
     virtual ~SolverHooks() = default;
@@ -17,7 +17,8 @@ class SolverHooks {
     // Progress value: positions stored so far, every 5000 insertions and at the end of a level of
     // the optimizer.
     virtual void ShowProgress(std::int32_t bucketCnt) { (void)bucketCnt; }
-    // Side label: '1' or '2' before a step of the search, 'F' or 'B' before a range of the optimizer.
+    // Side label: '1' or '2' before a step of the search, 'F' or 'B' before a range of the
+    // optimizer.
     virtual void ShowSide(char side) { (void)side; }
     // Status message.
     virtual void ShowMsg(Result message) { (void)message; }

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <vector>
+
+#include "solver/board_arrays.h"
+#include "solver/level_tables.h"
+#include "solver/offers.h"
+#include "solver/position_store.h"
+#include "solver/solver.h"
+
+namespace kavit {
+
+// A stored position that the other side has reached as a successor of Parent.
+struct Meeting {
+    std::int32_t Pos = 0;
+    std::int32_t Parent = 0;
+};
+
+// All that one search owns and shares between its pieces.
+struct SearchState {
+    explicit SearchState(MemorySource& source) : Store(source) {}
+
+    SolverOptions Options;
+    // The level in force: Options.OptLevel, and 0 while the start positions are stored.
+    int OptLevel = 0;
+    SolverHooks* Hooks = nullptr;
+
+    BoardArrays Arrays;
+    PositionStore Store;
+    OfferBatch Batch;
+    SearchCounters Counters;
+    LevelTables Levels;
+    std::array<KeptSolution, 2> Kept;
+
+    // The level to be expanded next on each side; while it is expanded, the level being made.
+    std::int32_t Top1 = 0;
+    std::int32_t End1 = 0;
+    std::int32_t Top2 = 0;
+    std::int32_t End2 = 0;
+    std::int32_t LastPos = 0;
+    // A duplicate of its own side below this index was reached with fewer pushes.
+    std::int32_t DuplicateBound = 0;
+    std::int32_t ProgressTick = 0;
+    std::int32_t EvalCnt = 0;
+    bool SpecialActive = false;
+
+    std::vector<Meeting> Meetings;  // every meeting of the search, at OptLevel 3
+};
+
+}  // namespace kavit

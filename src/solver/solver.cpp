@@ -1,0 +1,139 @@
+#include "solver/solver.h"
+
+#include <chrono>
+
+#include "level/replay.h"
+#include "solver/build_solution.h"
+#include "solver/search.h"
+
+namespace kavit {
+
+namespace {
+
+constexpr int kMostBoxes = kCells;
+
+class Stopwatch {
+  public:
+    explicit Stopwatch(double& seconds) : seconds_(&seconds) {}
+    ~Stopwatch() {
+        *seconds_ =
+            std::chrono::duration<double>(std::chrono::steady_clock::now() - begin_).count();
+    }
+    Stopwatch(const Stopwatch&) = delete;
+    Stopwatch& operator=(const Stopwatch&) = delete;
+
+  private:
+    double* seconds_;
+    std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
+};
+
+}  // namespace
+
+struct Solver::State : SearchState {
+    using SearchState::SearchState;
+
+    kavit::Sizes Sizes{0, 0, 0};
+    Board Start;  // as it was analysed, for the replay
+    std::unique_ptr<kavit::Expander> Expander;
+    bool Analysed = false;
+};
+
+Solver::Solver() : Solver(MachineMemory()) {}
+Solver::Solver(MemorySource& memory) : state_(std::make_unique<State>(memory)) {}
+Solver::~Solver() = default;
+Solver::Solver(Solver&&) noexcept = default;
+Solver& Solver::operator=(Solver&&) noexcept = default;
+
+ApplyReply Solver::ApplySizes(const Sizes& fields) {
+    if (fields.MaxTime > 86400) return {false, false, "MaxTime can't exceed 86400 secs."};
+    Sizes& applied = state_->Sizes;
+    if (fields.Blocks == applied.Blocks && fields.NumPos == applied.NumPos && applied.NumPos > 0) {
+        if (fields.MaxTime <= 0)
+            return {false, false, "Max elapsed time can't be zero or negative"};
+        applied.MaxTime = fields.MaxTime;
+        return {};
+    }
+    if (fields.Blocks <= 0) return {false, false, "Blocks can't be zero or negative"};
+    if (fields.NumPos <= 0)
+        return {false, false, "Max number of positions can't be zero or negative"};
+    if (fields.MaxTime <= 0) return {false, false, "Max elapsed time can't be zero or negative"};
+    if (fields.NumPos > 2147483647 || fields.Blocks > 32767 ||
+        !state_->Store.Resize(fields.NumPos, fields.Blocks)) {
+        if (state_->Store.NumPos() == 0) applied = {0, 0, 0};  // even the old sizes are gone
+        return {false, false, "Insuficient Memory"};
+    }
+    state_->Batch.Reserve(static_cast<int>(std::min<std::int64_t>(fields.Blocks, kMostBoxes)));
+    state_->Analysed = false;
+    applied = fields;
+    return {true, true, ""};
+}
+
+const Sizes& Solver::AppliedSizes() const {
+    return state_->Sizes;
+}
+
+Result Solver::AnalyseBoard(const Board& board, const SolverOptions& options) {
+    if (state_->Sizes.NumPos == 0) throw SolverFault("The solver has no memory for positions yet");
+    if (options.OptLevel < 0 || options.OptLevel > 3) throw SolverFault("Invalid optimizer level");
+    if (options.HashCase < 0 || options.HashCase > 2) throw SolverFault("Invalid hash case");
+    if (options.SeaType < 0 || options.SeaType > 2) throw SolverFault("Invalid Search Type");
+    state_->Options = options;
+    state_->Start = board;
+    state_->Analysed = false;
+    state_->Expander.reset();
+    InitSearchCounters(*state_);
+    const Result result = kavit::AnalyseBoard(board, state_->Store.Blocks(), state_->Arrays);
+    state_->Counters.NumBoxes = state_->Arrays.NumBoxes;
+    state_->Counters.SqCompact = state_->Arrays.SqCompact;
+    if (result != Result::Ok) return result;
+    state_->Store.Clear(state_->Arrays.NumBoxes, options.HashCase);
+    state_->Expander = MakeExpander(*state_);
+    state_->Analysed = true;
+    return Result::Ok;
+}
+
+Result Solver::Search(SolverHooks& hooks) {
+    if (!state_->Analysed) throw SolverFault("No level has been analysed for this search");
+    state_->Analysed = false;  // a second search needs a fresh store
+    state_->Hooks = &hooks;
+    const Stopwatch watch(state_->Counters.SearchSeconds);
+    return kavit::Search(*state_, *state_->Expander);
+}
+
+Result Solver::OptimizeMoves(SolverHooks& hooks) {
+    state_->Hooks = &hooks;
+    if (state_->Options.OptLevel < 2) return Result::GoOn;
+    return Result::GoOn;
+}
+
+void Solver::BuildSolutions() {
+    for (KeptSolution& kept : state_->Kept) {
+        const BuiltSolution built = BuildSolution(state_->Arrays, state_->Store, kept.SolSteps);
+        kept.SolString = built.SolBuild;
+        const ReplayOutcome replay = Replay(state_->Start, kept.SolString);
+        if (!replay.Solved || replay.Moves != kept.SolMoves || replay.Pushes != kept.SolPushes)
+            throw SolverFault("Internal error: a solution of " + std::to_string(kept.SolMoves) +
+                              " moves and " + std::to_string(kept.SolPushes) +
+                              " pushes does not replay on the board");
+    }
+    if (state_->Kept[0].SolMoves == state_->Kept[1].SolMoves)
+        state_->Kept[1].SolString = state_->Kept[0].SolString;
+}
+
+const KeptSolution& Solver::Kept(int k) const {
+    return state_->Kept.at(static_cast<std::size_t>(k));
+}
+
+const SearchCounters& Solver::Counters() const {
+    return state_->Counters;
+}
+
+const PositionStore& Solver::Store() const {
+    return state_->Store;
+}
+
+const LevelTables& Solver::Levels() const {
+    return state_->Levels;
+}
+
+}  // namespace kavit
