@@ -42,14 +42,14 @@ Letter LetterOf(char c) {
     }
 }
 
-// Rows and columns from 0, with a ring of wall around the board, so that its edge is just a wall.
+// Rows and columns from 1, with a ring of wall around the board, so that its edge is just a wall.
 class Room {
   public:
     explicit Room(const Board& board) {
         for (auto& row : wall_) row.fill(true);
         for (int index = 0; index < kCells; ++index) {
             const std::uint8_t code = board.Cell[static_cast<std::size_t>(index)];
-            const Place p{index / Maxcol, index % Maxcol};
+            const Place p{index / Maxcol + 1, index % Maxcol + 1};
             At(wall_, p) = code == kWall;
             At(box_, p) = code == kBox || code == kBoxOnGoal;
             At(goal_, p) = code == kGoal || code == kBoxOnGoal || code == kManOnGoal;
@@ -92,7 +92,9 @@ class Room {
   private:
     using Grid = std::array<std::array<bool, Maxcol + 2>, Maxrow + 2>;
     static bool& At(Grid& grid, Place p) {
-        return grid[static_cast<std::size_t>(p.Row + 1)][static_cast<std::size_t>(p.Col + 1)];
+        const auto row = static_cast<std::size_t>(p.Row);
+        const auto col = static_cast<std::size_t>(p.Col);
+        return grid[row][col];
     }
 
     Grid wall_{};
