@@ -2,11 +2,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 #include "level/result.h"
 #include "solver/grid.h"
 #include "solver/search_state.h"
-#include "solver/store_pos.h"
+#include "solver/walk_meter.h"
 
 namespace kavit {
 
@@ -15,9 +16,6 @@ struct ExpandJob {
     std::uint8_t Side = kForwTag;
     std::int32_t Top = 0;
     std::int32_t End = 0;
-    // Backward only: the positions are the solved ones, where the man is placed freely, so that a
-    // first pull counts one move.
-    bool FirstPull = false;
     // Only positions with a tag of 10 or more, one at a time, because storing the successors of one
     // may tag the next.
     bool TaggedOnly = false;
@@ -31,6 +29,20 @@ struct StartOffer {
     bool NormalisedMan = false;  // the man is written as the smallest cell of his region
 };
 
+// A push between two positions, seen from the one whose moves were generated.
+struct Link {
+    std::int32_t Near = 0;   // index into the list of positions that was asked for
+    std::int32_t Far = 0;    // the stored position at the other end of the push
+    std::uint8_t Stand = 0;  // where the man stands before the push, in key numbering
+    std::uint8_t End = 0;    // and where after it
+};
+
+// A square of the man and what it costs.
+struct ManCost {
+    std::uint8_t Man = 0;  // in key numbering
+    int Cost = 0;
+};
+
 // The part of the solver that depends on how many words a level's bit board needs.
 class Expander : public WalkMeter {
   public:
@@ -39,6 +51,16 @@ class Expander : public WalkMeter {
     [[nodiscard]] virtual Result Expand(const ExpandJob& job) = 0;
     // Offers a start position; its parent is -1.
     [[nodiscard]] virtual Result OfferStart(const StartOffer& start) = 0;
+    // All pushes out of the given positions (side kForwTag), or into them (kBackTag), whose other
+    // end is stored in the run; grouped by position, in their order. Counts nothing. False when
+    // StopSea was set.
+    [[nodiscard]] virtual bool FindLinks(const std::vector<std::int32_t>& positions,
+                                         std::uint8_t side, LevelRun run,
+                                         std::vector<Link>& links) = 0;
+    // For every target square of a position the least of cost + walk over all sources. All squares
+    // are in one region of the man.
+    virtual void SpreadCosts(std::int32_t pos, const std::vector<ManCost>& sources,
+                             std::vector<ManCost>& targets) = 0;
     [[nodiscard]] virtual const Grid& Map() const = 0;
 };
 

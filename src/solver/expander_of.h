@@ -1,12 +1,15 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
+#include <vector>
 
 #include "solver/bits.h"
 #include "solver/expander.h"
 #include "solver/freeze.h"
 #include "solver/man_region.h"
+#include "solver/store_pos.h"
 
 namespace kavit {
 
@@ -29,13 +32,7 @@ class ExpanderOf final : public Expander {
             state_.Batch.AddParent(p);
             const PosRecord record = state_.Store.Record(p);
             if (!job.TaggedOnly || record.Tag >= 10) {
-                Unpack(p, record);
-                if (job.Side == kForwTag)
-                    MakePushes(record);
-                else
-                    MakePulls(record, job.FirstPull);
-                for (int i = 0; i < boxCount_; ++i)
-                    if (boxes_[At(i)].Bit >= 0) freeze_.TakeBox(boxes_[At(i)].Bit);
+                MakeMoves(p, record, job.Side);
             }
             if (job.TaggedOnly || state_.Batch.Full()) {
                 const Result result = StoreBatch(job.Side);
@@ -72,9 +69,7 @@ class ExpanderOf final : public Expander {
     }
 
     [[nodiscard]] int Walk(const std::uint8_t* key, std::uint8_t from, std::uint8_t to) override {
-        Set free = region_.Inside;
-        for (int i = 0; i + 1 < state_.Store.KeyLength(); ++i)
-            if (grid_.KeyToBit[key[i]] >= 0) free.Reset(grid_.KeyToBit[key[i]]);
+        const Set free = FreeCells(key);
         const int target = grid_.KeyToBit[to];
         Set seen = Set::Of(grid_.KeyToBit[from]);
         Set front = seen;
@@ -86,6 +81,53 @@ class ExpanderOf final : public Expander {
         }
     }
 
+    [[nodiscard]] bool FindLinks(const std::vector<std::int32_t>& positions, std::uint8_t side,
+                                 LevelRun run, std::vector<Link>& links) override {
+        OfferBatch& batch = state_.Batch;
+        batch.Empty();
+        std::size_t stored = 0;  // positions whose moves have been looked up
+        for (std::size_t i = 0; i < positions.size(); ++i) {
+            state_.Hooks->Yield();
+            if (state_.Hooks->StopSea.load(std::memory_order_relaxed)) return false;
+            batch.AddParent(positions[i]);
+            MakeMoves(positions[i], state_.Store.Record(positions[i]), side);
+            if (!batch.Full() && i + 1 < positions.size()) continue;
+            LookUpBatch(stored, side, run, links);
+            stored = i + 1;
+        }
+        return true;
+    }
+
+    // One fill for all: the front takes in each source when its depth comes.
+    void SpreadCosts(std::int32_t pos, const std::vector<ManCost>& sources,
+                     std::vector<ManCost>& targets) override {
+        const Set free = FreeCells(state_.Store.KeyAt(pos));
+        std::vector<ManCost>& waiting = waiting_;
+        waiting = sources;
+        std::sort(waiting.begin(), waiting.end(),
+                  [](const ManCost& a, const ManCost& b) { return a.Cost < b.Cost; });
+        Set asked;
+        for (const ManCost& target : targets) asked.Set(grid_.KeyToBit[target.Man]);
+        std::size_t next = 0;
+        Set front;
+        Set seen;
+        for (int cost = waiting.front().Cost; asked.Any(); ++cost) {
+            if (!front.Any()) {
+                if (next == waiting.size())
+                    throw SolverFault("Internal error: the man cannot walk between two pushes");
+                cost = std::max(cost, waiting[next].Cost);
+            }
+            for (; next < waiting.size() && waiting[next].Cost == cost; ++next)
+                front.Set(grid_.KeyToBit[waiting[next].Man]);
+            front = front - seen;
+            seen = seen | front;
+            for (Set reached = front & asked; reached.Any();) cost_[At(reached.PopLowest())] = cost;
+            asked = asked - front;
+            front = (region_.Around(front) & free) - seen;
+        }
+        for (ManCost& target : targets) target.Cost = cost_[At(grid_.KeyToBit[target.Man])];
+    }
+
     [[nodiscard]] const Grid& Map() const override { return grid_; }
 
   private:
@@ -93,7 +135,19 @@ class ExpanderOf final : public Expander {
         std::int16_t Bit = -1;  // -1 outside the man's region, where it never moves
         std::int16_t Cell = 0;
     };
+    static constexpr int kAhead = 24;  // offers whose rows are on their way
+
     static std::size_t At(int i) { return static_cast<std::size_t>(i); }
+
+    void MakeMoves(std::int32_t p, const PosRecord& record, std::uint8_t side) {
+        Unpack(p, record);
+        if (side == kForwTag)
+            MakePushes(record);
+        else
+            MakePulls(record);
+        for (int i = 0; i < boxCount_; ++i)
+            if (boxes_[At(i)].Bit >= 0) freeze_.TakeBox(boxes_[At(i)].Bit);
+    }
 
     // Puts the boxes of a position on the boards, and fills the man's distances.
     void Unpack(std::int32_t p, const PosRecord& record) {
@@ -151,12 +205,14 @@ class ExpanderOf final : public Expander {
                 if (frozen) continue;
                 const int norm = region_.AfterPush(reach_, free_, from, d);
                 const int moves = manDist_[At(from - grid_.Step[At(d)])] + record.Moves;
-                AddOffer(i, d, to, norm, from, moves);
+                AddOffer(i, d, to, norm, from, from - grid_.Step[At(d)], moves);
             }
         }
     }
 
-    void MakePulls(const PosRecord& record, bool firstPull) {
+    // At a solved position the man is placed freely, so that a first pull counts one move.
+    void MakePulls(const PosRecord& record) {
+        const bool firstPull = record.Parent < 1;
         std::array<Set, 4> pullable;
         for (int d = 0; d < 4; ++d) {
             const Set beside = region_.Shift(reach_.Cells, d ^ 2);
@@ -171,14 +227,14 @@ class ExpanderOf final : public Expander {
                 const int to = from + grid_.Step[At(d)];
                 const int norm = region_.AfterPull(reach_, free_, from, d);
                 const int moves = firstPull ? 1 : manDist_[At(to)] + record.Moves;
-                AddOffer(i, d, to, norm, to + grid_.Step[At(d)], moves);
+                AddOffer(i, d, to, norm, to + grid_.Step[At(d)], to, moves);
             }
         }
     }
 
     // The parent's key with box i on its new cell. Sideways no other box is passed; up or down
     // the boxes that lie between move over by one.
-    void AddOffer(int i, int direction, int to, int norm, int man, int moves) {
+    void AddOffer(int i, int direction, int to, int norm, int man, int beside, int moves) {
         const int index = state_.Batch.Add();
         std::uint8_t* key = state_.Batch.KeyOf(index);
         std::memcpy(key, key_, At(boxCount_));
@@ -196,10 +252,37 @@ class ExpanderOf final : public Expander {
                     grid_.ManMix[At(norm)];
         offer.Moves = moves;
         offer.Man = grid_.ManByte(man);
+        offer.Beside = grid_.ManByte(beside);
+    }
+
+    [[nodiscard]] Set FreeCells(const std::uint8_t* key) const {
+        Set free = region_.Inside;
+        for (int i = 0; i + 1 < state_.Store.KeyLength(); ++i)
+            if (grid_.KeyToBit[key[i]] >= 0) free.Reset(grid_.KeyToBit[key[i]]);
+        return free;
+    }
+
+    // Finds the batch's offers in the run; its first parent is number `near`.
+    void LookUpBatch(std::size_t near, std::uint8_t side, LevelRun run, std::vector<Link>& links) {
+        OfferBatch& batch = state_.Batch;
+        batch.Hash(state_.Store);
+        for (int i = 0; i < kAhead; ++i) batch.PeekRun(state_.Store, i, run);
+        for (const ParentRun& parent : batch.Parents()) {
+            for (int i = parent.First; i < parent.End; ++i) {
+                batch.PeekRun(state_.Store, i + kAhead, run);
+                Offer& offer = batch.At(i);
+                const std::int32_t far = batch.Find(state_.Store, i, run);
+                if (far == 0) continue;
+                const bool push = side == kForwTag;
+                links.push_back({static_cast<std::int32_t>(near), far,
+                                 push ? offer.Beside : offer.Man, push ? offer.Man : offer.Beside});
+            }
+            ++near;
+        }
+        batch.Empty();
     }
 
     [[nodiscard]] Result StoreBatch(std::uint8_t side) {
-        constexpr int kAhead = 24;  // offers whose rows are on their way
         OfferBatch& batch = state_.Batch;
         batch.Hash(state_.Store);
         for (int i = 0; i < kAhead; ++i) batch.Peek(state_.Store, i);
@@ -233,6 +316,10 @@ class ExpanderOf final : public Expander {
     std::uint32_t mix_ = 0;
     typename ManRegion<N>::Reach reach_;
     std::array<std::uint8_t, Grid::kMaxBits> manDist_{};
+
+    // Scratch of SpreadCosts.
+    std::array<int, Grid::kMaxBits> cost_{};
+    std::vector<ManCost> waiting_;
 };
 
 }  // namespace kavit

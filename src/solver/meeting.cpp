@@ -1,6 +1,7 @@
 #include "solver/meeting.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 namespace kavit {
@@ -37,28 +38,65 @@ std::vector<std::int32_t> MeetingChain(const PositionStore& store, const Meeting
     return chain;
 }
 
-void EvalMeeting(SearchState& state, const MeetingOffer& meeting) {
+bool KeepIfBetter(SearchState& state, int moves, const std::vector<std::int32_t>& solSteps) {
+    const int pushes = static_cast<int>(solSteps.size()) - 2;
+    bool replaced = false;
+    if (Better(moves, pushes, state.Kept[0].SolMoves, state.Kept[0].SolPushes)) {
+        Keep(state, 0, moves, solSteps);
+        replaced = true;
+    }
+    if (Better(pushes, moves, state.Kept[1].SolPushes, state.Kept[1].SolMoves)) {
+        Keep(state, 1, moves, solSteps);
+        replaced = true;
+    }
+    return replaced;
+}
+
+int CountMoves(const BoardArrays& arrays, const PositionStore& store,
+               const std::vector<std::int32_t>& solSteps, WalkMeter& walk) {
+    int moves = 0;
+    std::uint8_t man = arrays.KeyByte(arrays.ManStart);
+    const int boxes = store.KeyLength() - 1;
+    std::int32_t last = 1;
+    for (std::size_t k = 1; k < solSteps.size() && solSteps[k] >= 0; ++k) {
+        const std::uint8_t* before = store.KeyAt(last);
+        const std::uint8_t* after = store.KeyAt(solSteps[k]);
+        // The one byte that is only in the first key, and the one that is only in the second.
+        std::array<int, 256> count{};
+        for (int i = 0; i < boxes; ++i) {
+            count[before[i]] += 1;
+            count[after[i]] -= 1;
+        }
+        const auto byteOf = [&](int wanted) {
+            return static_cast<std::uint8_t>(std::find(count.begin(), count.end(), wanted) -
+                                             count.begin());
+        };
+        const auto cellOf = [&](std::uint8_t byte) {
+            return arrays.SqCompact ? static_cast<int>(arrays.IdxToCell[byte]) : byte;
+        };
+        const int from = cellOf(byteOf(1));
+        const int to = cellOf(byteOf(-1));
+        moves += walk.Walk(before, man, arrays.KeyByte(from - (to - from))) + 1;
+        man = arrays.KeyByte(from);
+        last = solSteps[k];
+    }
+    return moves;
+}
+
+void EvalMeeting(SearchState& state, const MeetingOffer& meeting, WalkMeter& walk) {
     const PosRecord met = state.Store.Record(meeting.Pos);
-    const int moves = meeting.Moves + met.Moves + meeting.Walk;
+    int moves = meeting.Moves + met.Moves + meeting.Walk;
     if (moves > 32767)
         throw SolverFault("A solution of " + std::to_string(moves) +
                           " man moves was found; solutions of up to 32767 moves can be kept");
+    const bool exact = state.Counters.SeaPhase == 1;
+    const bool maybe = moves <= state.Kept[0].SolMoves || moves < state.Kept[1].SolMoves ||
+                       (exact && meeting.Pushes < state.Kept[1].SolPushes);
     bool replaced = false;
-    const bool maybe0 = moves <= state.Kept[0].SolMoves;
-    const bool maybe1 =
-        meeting.Pushes == 0 ||
-        Better(meeting.Pushes, moves, state.Kept[1].SolPushes, state.Kept[1].SolMoves);
-    if (maybe0 || maybe1) {
+    if (maybe) {
         const std::vector<std::int32_t> chain = MeetingChain(state.Store, meeting);
-        const int pushes = static_cast<int>(chain.size()) - 2;
-        if (Better(moves, pushes, state.Kept[0].SolMoves, state.Kept[0].SolPushes)) {
-            Keep(state, 0, moves, chain);
-            replaced = true;
-        }
-        if (Better(pushes, moves, state.Kept[1].SolPushes, state.Kept[1].SolMoves)) {
-            Keep(state, 1, moves, chain);
-            replaced = true;
-        }
+        if (!exact) moves = CountMoves(state.Arrays, state.Store, chain, walk);
+        replaced = KeepIfBetter(state, moves, chain);
     }
     state.EvalCnt += 1;
     if (replaced || state.EvalCnt > 999 ||

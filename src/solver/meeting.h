@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "solver/search_state.h"
+#include "solver/walk_meter.h"
 
 namespace kavit {
 
@@ -22,9 +23,21 @@ struct MeetingOffer {
 // The path is never rebuilt for this. Moves of a stored position are exact on either side: forward
 // from the start to the man's square after the push, backward from the man's square before the
 // push to the end. So the whole path takes the moves of both halves and one walk between the two
-// men. Only a path that is kept has its chain of positions collected. Throws SolverFault where the
-// moves do not fit their field.
-void EvalMeeting(SearchState& state, const MeetingOffer& meeting);
+// men. Only a path that may be kept has its chain of positions collected.
+//
+// The optimizer improves positions that have successors already, whose counts then are out of date.
+// There a path that looks good enough is counted again along its chain.
+//
+// Throws SolverFault where the moves do not fit their field.
+void EvalMeeting(SearchState& state, const MeetingOffer& meeting, WalkMeter& walk);
+
+// The man moves of a chain of positions, every walk measured.
+[[nodiscard]] int CountMoves(const BoardArrays& arrays, const PositionStore& store,
+                             const std::vector<std::int32_t>& solSteps, WalkMeter& walk);
+
+// Keeps a solution in place of kept solution 0 or 1 or both, where it beats them. Says whether it
+// did.
+bool KeepIfBetter(SearchState& state, int moves, const std::vector<std::int32_t>& solSteps);
 
 // The positions after each push of a meeting path, as KeptSolution::SolSteps holds them.
 [[nodiscard]] std::vector<std::int32_t> MeetingChain(const PositionStore& store,

@@ -71,4 +71,31 @@ void OfferBatch::Peek(const PositionStore& store, int i) {
     }
 }
 
+void OfferBatch::PeekRun(const PositionStore& store, int i, LevelRun run) {
+    if (i >= count_) return;
+    const std::int32_t pos = NextCandidate(store, i, run);
+    if (pos > 0) store.PrefetchRow(pos);
+}
+
+std::int32_t OfferBatch::Find(const PositionStore& store, int i, LevelRun run) {
+    for (;;) {
+        const std::int32_t pos = NextCandidate(store, i, run);
+        if (pos == 0 || store.HasKey(pos, KeyOf(i))) return pos;
+        Offer& offer = At(i);
+        offer.Slot = store.NextSlot(offer.Slot, offer.Step);
+    }
+}
+
+std::int32_t OfferBatch::NextCandidate(const PositionStore& store, int i, LevelRun run) {
+    Offer& offer = At(i);
+    const std::uint32_t print = store.Fingerprint(offer.Mix);
+    for (;;) {
+        const std::uint32_t slot = store.Slots()[offer.Slot];
+        if (slot == 0) return 0;
+        const auto pos = static_cast<std::int32_t>(slot & store.IndexMask());
+        if (store.Fingerprint(slot) == print && pos >= run.Top && pos <= run.End) return pos;
+        offer.Slot = store.NextSlot(offer.Slot, offer.Step);
+    }
+}
+
 }  // namespace kavit

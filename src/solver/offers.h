@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "solver/level_tables.h"
 #include "solver/position_store.h"
 
 // Successors wait in a batch before they are stored. A successor costs two cache misses, its hash
@@ -20,7 +21,9 @@ struct Offer {
     std::int32_t Step = 0;       // probe step
     std::uint32_t Reprobes = 0;  // steps made on the way to Slot
     std::int32_t Moves = 0;      // may be larger than its field: checked when it is stored
-    std::uint8_t Man = 0;        // in key numbering
+    std::uint8_t Man = 0;        // where he stands after the move, in key numbering
+    std::uint8_t Beside = 0;     // of a push, where he stands before it; of a pull, where after the
+                                 // push that it undoes
 };
 
 // The offers of one expanded position: a range of the batch.
@@ -65,8 +68,16 @@ class OfferBatch {
     // Follows the probe path of offer i (when there is one) past all slots that cannot hold its
     // key, and fetches the row that it ends on.
     void Peek(const PositionStore& store, int i);
+    // The same for a position that is looked for in a run of indices only.
+    void PeekRun(const PositionStore& store, int i, LevelRun run);
+    // The position of offer i in the run, 0 when it is not stored there.
+    [[nodiscard]] std::int32_t Find(const PositionStore& store, int i, LevelRun run);
 
   private:
+    // Goes along the probe path of offer i to the next slot that may hold its key in the run; 0 at
+    // the end of the path.
+    std::int32_t NextCandidate(const PositionStore& store, int i, LevelRun run);
+
     std::vector<Offer> offers_;
     std::vector<std::uint8_t> keys_;
     std::vector<ParentRun> parents_;

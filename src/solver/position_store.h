@@ -35,6 +35,7 @@ struct PosRecord {
     std::uint8_t Man = 0;     // where the man stands, in key numbering
     std::uint8_t Tag = 0;
 };
+static_assert(std::endian::native == std::endian::little);  // HasKey cuts words at their high end
 static_assert(sizeof(PosRecord) == 8 && std::is_trivially_copyable_v<PosRecord>);
 
 class PositionStore {
@@ -77,6 +78,16 @@ class PositionStore {
         std::memcpy(row, &record, sizeof record);
         std::memcpy(row + sizeof record, key, static_cast<std::size_t>(keyLength_));
     }
+    // The position's key equals `key`, behind which 8 bytes must be readable. Compared in whole
+    // words, the last one cut to the key's end.
+    [[nodiscard]] bool HasKey(std::int32_t pos, const std::uint8_t* key) const {
+        const std::uint8_t* own = KeyAt(pos);
+        std::uint64_t differ = 0;
+        int at = 0;
+        for (; at + 8 < keyLength_; at += 8) differ |= WordAt(own + at) ^ WordAt(key + at);
+        differ |= (WordAt(own + at) ^ WordAt(key + at)) << (8 * (at + 8 - keyLength_));
+        return differ == 0;
+    }
     void PrefetchRow(std::int32_t pos) const {
         const std::byte* row = Row(pos);
         __builtin_prefetch(row);
@@ -118,6 +129,11 @@ class PositionStore {
         return rows_.Data() + static_cast<std::size_t>(pos) * rowLength_;
     }
     void FillSteps();
+    static std::uint64_t WordAt(const std::uint8_t* bytes) {
+        std::uint64_t word = 0;
+        std::memcpy(&word, bytes, 8);
+        return word;
+    }
 
     MemorySource* source_;
     MemoryBlock rows_;

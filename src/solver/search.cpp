@@ -79,7 +79,7 @@ void CountDepth(int& depth) {
 Result Step(SearchState& state, Expander& expander, std::uint8_t side, std::int32_t& top,
             std::int32_t& end, int& depth, LevelTables::Table& table) {
     CountDepth(depth);
-    ExpandJob job{side, top, end, side == kBackTag && depth == 1, false};
+    ExpandJob job{side, top, end, false};
     state.DuplicateBound = top;
     const std::int32_t before = state.Counters.BucketCnt;
     state.LastPos = top = end = 0;
@@ -152,7 +152,7 @@ void InitSearchCounters(SearchState& state) {
     state.Top1 = state.End1 = state.Top2 = state.End2 = state.LastPos = 0;
     state.ProgressTick = 0;
     state.SpecialActive = false;
-    state.Meetings.clear();
+    state.MeetParents.clear();
 }
 
 Result Search(SearchState& state, Expander& expander) {

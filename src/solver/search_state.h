@@ -12,12 +12,6 @@
 
 namespace kavit {
 
-// A stored position that the other side has reached as a successor of Parent.
-struct Meeting {
-    std::int32_t Pos = 0;
-    std::int32_t Parent = 0;
-};
-
 // All that one search owns and shares between its pieces.
 struct SearchState {
     explicit SearchState(MemorySource& source) : Store(source) {}
@@ -46,7 +40,8 @@ struct SearchState {
     std::int32_t EvalCnt = 0;
     bool SpecialActive = false;
 
-    std::vector<Meeting> Meetings;  // every meeting of the search, at OptLevel 3
+    std::vector<std::int32_t>
+        MeetParents;  // MeetParent of every meeting of the search, at OptLevel 3
 };
 
 }  // namespace kavit

@@ -4,6 +4,8 @@
 
 #include "level/replay.h"
 #include "solver/build_solution.h"
+#include "solver/optimize_moves.h"
+#include "solver/prove_moves.h"
 #include "solver/search.h"
 
 namespace kavit {
@@ -101,9 +103,18 @@ Result Solver::Search(SolverHooks& hooks) {
 }
 
 Result Solver::OptimizeMoves(SolverHooks& hooks) {
-    state_->Hooks = &hooks;
     if (state_->Options.OptLevel < 2) return Result::GoOn;
-    return Result::GoOn;
+    state_->Hooks = &hooks;
+    Result result = Result::GoOn;
+    {
+        const Stopwatch watch(state_->Counters.PassSeconds);
+        result = kavit::OptimizeMoves(*state_, *state_->Expander);
+    }
+    if (result != Result::GoOn || state_->Options.OptLevel != 3) return result;
+    const Stopwatch watch(state_->Counters.ProofSeconds);
+    result = ProveMoves(*state_, *state_->Expander);
+    // Want of memory for the proof takes nothing from the solutions, nor from the pass.
+    return result == Result::Stopped ? result : Result::GoOn;
 }
 
 void Solver::BuildSolutions() {

@@ -10,19 +10,6 @@ namespace {
 
 constexpr std::int32_t kProgressEvery = 5000;
 
-// Whole words; the bytes behind the key are masked out of the last one.
-bool SameKey(const std::uint8_t* a, const std::uint8_t* b, int length) {
-    int at = 0;
-    for (; at + 8 <= length; at += 8) {
-        std::uint64_t x = 0;
-        std::uint64_t y = 0;
-        std::memcpy(&x, a + at, 8);
-        std::memcpy(&y, b + at, 8);
-        if (x != y) return false;
-    }
-    return std::memcmp(a + at, b + at, static_cast<std::size_t>(length - at)) == 0;
-}
-
 void Progress(SearchState& state) {
     state.ProgressTick = 0;
     state.Hooks->ShowProgress(state.Counters.BucketCnt);
@@ -53,33 +40,36 @@ void Duplicate(SearchState& state, const Offer& offer, std::int32_t pos, PosReco
 
 Result Meet(SearchState& state, const Offer& offer, const std::uint8_t* key, std::int32_t pos,
             std::int32_t parent, std::uint8_t tag, WalkMeter& walk) {
-    state.Counters.nSol += 1;
-    if (state.Counters.nSol == 1) state.Hooks->ShowMsg(Result::SolutionFound);
+    SearchCounters& counters = state.Counters;
+    counters.nSol += 1;
+    if (counters.nSol == 1 && counters.SeaPhase == 1) state.Hooks->ShowMsg(Result::SolutionFound);
     const PosRecord met = state.Store.Record(pos);
     MeetingOffer meeting{pos, parent, offer.Moves, tag, 0, 0};
     // At a solved position there is nothing left to walk to.
     const bool solved = tag == kForwTag && met.Parent < 1;
     if (!solved) meeting.Walk = walk.Walk(key, offer.Man, met.Man);
-    if (state.Counters.SeaPhase == 1)
-        meeting.Pushes = state.Counters.ForwDepth + state.Counters.BackDepth;
-    EvalMeeting(state, meeting);
+    if (counters.SeaPhase == 1) meeting.Pushes = counters.ForwDepth + counters.BackDepth;
+    EvalMeeting(state, meeting, walk);
     if (state.OptLevel >= 2) MarkPath(state.Store, parent, pos);
-    if (state.OptLevel == 3) state.Meetings.push_back({pos, parent});
+    if (state.OptLevel == 3 && counters.SeaPhase == 1) state.MeetParents.push_back(parent);
     return state.OptLevel > 0 ? Result::GoOn : Result::Ok;
 }
 
 Result Insert(SearchState& state, const Offer& offer, const std::uint8_t* key, std::int32_t parent,
               std::uint8_t tag) {
     SearchCounters& counters = state.Counters;
-    if (counters.nSol >= 1) return Result::GoOn;  // after a meeting the level is only finished
+    const bool optimizing = counters.SeaPhase == 2;
+    // After a meeting the search only finishes its level.
+    if (counters.nSol >= 1 && !optimizing) return Result::GoOn;
     if (counters.BucketCnt >= state.Store.NumPos()) return Result::OutOfMemory;
     counters.BucketCnt += 1;
     state.ProgressTick += 1;
     state.LastPos = counters.BucketCnt;
     state.Store.Slots()[offer.Slot] =
         state.Store.Fingerprint(offer.Mix) | static_cast<std::uint32_t>(counters.BucketCnt);
+    const auto stored = static_cast<std::uint8_t>(optimizing ? tag + 10 : tag);
     state.Store.Append(counters.BucketCnt,
-                       {parent, static_cast<std::int16_t>(offer.Moves), offer.Man, tag}, key);
+                       {parent, static_cast<std::int16_t>(offer.Moves), offer.Man, stored}, key);
     if (state.ProgressTick >= kProgressEvery) Progress(state);
     return Result::GoOn;
 }
@@ -96,24 +86,32 @@ Result StorePos(SearchState& state, Offer& offer, const std::uint8_t* key, std::
     if (state.Hooks->StopSea.load(std::memory_order_relaxed)) return Result::Stopped;
     const std::uint32_t* slots = store.Slots();
     const std::uint32_t print = store.Fingerprint(offer.Mix);
+    bool held = false;  // by its own side; asked only when the probing goes on past a hit
     for (;;) {
         const std::uint32_t slot = slots[offer.Slot];
         if (slot == 0) break;
         if (store.Fingerprint(slot) == print) {
             const auto pos = static_cast<std::int32_t>(slot & store.IndexMask());
-            if (SameKey(store.KeyAt(pos), key, store.KeyLength())) {
-                state.Counters.RHashCnt += offer.Reprobes;
+            if (store.HasKey(pos, key)) {
                 const PosRecord record = store.Record(pos);
-                if (record.Tag % 10 != tag) return Meet(state, offer, key, pos, parent, tag, walk);
-                Duplicate(state, offer, pos, record, parent);
-                return Result::GoOn;
+                const bool own = record.Tag % 10 == tag;
+                Result result = Result::GoOn;
+                if (own)
+                    Duplicate(state, offer, pos, record, parent);
+                else
+                    result = Meet(state, offer, key, pos, parent, tag, walk);
+                if (!state.SpecialActive) {
+                    state.Counters.RHashCnt += offer.Reprobes;
+                    return result;
+                }
+                held = held || own;
             }
         }
         offer.Slot = store.NextSlot(offer.Slot, offer.Step);
         ++offer.Reprobes;
     }
     state.Counters.RHashCnt += offer.Reprobes;
-    return Insert(state, offer, key, parent, tag);
+    return held ? Result::GoOn : Insert(state, offer, key, parent, tag);
 }
 
 void CheckCounters(const SearchCounters& counters) {

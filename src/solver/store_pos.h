@@ -4,15 +4,9 @@
 
 #include "level/result.h"
 #include "solver/search_state.h"
+#include "solver/walk_meter.h"
 
 namespace kavit {
-
-// Measures the man's walk between two squares (in key numbering) among the boxes of a key.
-class WalkMeter {
-  public:
-    virtual ~WalkMeter() = default;
-    [[nodiscard]] virtual int Walk(const std::uint8_t* key, std::uint8_t from, std::uint8_t to) = 0;
-};
 
 // Offers one successor to the store, and settles what it is: new, a duplicate on its own side
 // (dropped, or improved where it needs fewer moves), or a meeting with the other side.
@@ -21,6 +15,11 @@ class WalkMeter {
 //   Ok           a meeting at OptLevel 0
 //   OutOfMemory  new, and the store is full
 //   Stopped      StopSea was set before the store was looked at
+//
+// In the optimizer (SeaPhase 2) a meeting does not end the storing of new positions, and those that
+// are stored carry 10 more than their side as tag. With SpecialActive the probing goes on past a
+// hit, so that a position is improved on its own side and meets the other, and is stored for its
+// own side where that does not hold it yet; never twice for one side.
 //
 // The offer has been hashed; it may have been peeked. Throws SolverFault where the moves do not fit
 // their field.
