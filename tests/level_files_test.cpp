@@ -1,0 +1,184 @@
+#include "level/level_files.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "support/temp_folder.h"
+
+namespace kavit {
+namespace {
+
+using std::string;
+namespace fs = std::filesystem;
+
+TEST(LevelFiles, NaturalOrder) {
+    const std::vector<string> ordered = {"",
+                                         "1.xsb",
+                                         "01.xsb",
+                                         "2.xsb",
+                                         "010.xsb",
+                                         "A.xsb",
+                                         "a.xsb",
+                                         "B.xsb",
+                                         "lev",
+                                         "Lev2.xsb",
+                                         "lev2a",
+                                         "lev2b3",
+                                         "lev2b007",
+                                         "lev10",
+                                         "lev99999999999999999998",
+                                         "lev99999999999999999999",
+                                         "level"};
+    // "1.xsb" and "01.xsb" are equal by value; then the bytes decide.
+    std::vector<string> sorted = ordered;
+    std::swap(sorted[1], sorted[2]);
+    std::vector<string> expected = sorted;
+    std::reverse(sorted.begin(), sorted.end());
+    std::sort(sorted.begin(), sorted.end(), NaturalLess);
+    EXPECT_EQ(sorted, expected);
+    for (const string& a : ordered) EXPECT_FALSE(NaturalLess(a, a)) << a;
+}
+
+TEST(LevelFiles, NextNumberedName) {
+    const std::vector<std::pair<string, string>> cases = {
+        {"lev009", "lev010"},
+        {"lev09", "lev10"},
+        {"lev99", "lev100"},
+        {"lev9", "lev10"},
+        {"lev", "lev"},
+        {"", ""},
+        {"0", "1"},
+        {"000", "001"},
+        {"a1b9c", "a2b9c"},
+        {"lev7.txt", "lev8.txt"},
+        {"2147483647", "2147483648"},
+        {"x2147483648z", "x2147483649z"},
+        {string(40, '9'), "1" + string(40, '0')},
+        {"\xC3\xA9"
+         "19",
+         "\xC3\xA9"
+         "20"},
+    };
+    for (const auto& [name, next] : cases) EXPECT_EQ(NextNumberedName(name), next);
+}
+
+// A folder with levels, and one file of each kind that is none.
+class LevelFolders : public testing::Test {
+  protected:
+    LevelFolders() {
+        for (const char* name : {"lev10.xsb", "lev2.xsb", "LEV3.XSB", "lev1.xsb", "notes.txt",
+                                 "x.tar.xsb", "bare", ".hidden.xsb", "xsb"}) {
+            folder_.Write(name, "#");
+        }
+        fs::create_directory(folder_.Path("folder.xsb"));
+        fs::create_directory(folder_.Path("v1.2"));
+        folder_.Write("v1.2/b1.txt", "#");
+        folder_.Write("v1.2/b2.txt", "#");
+        fs::create_directory(folder_.Path("examples"));
+        folder_.Write("examples/first.xsb", "#");
+        folder_.Write("examples/lev1.xsb", "#");
+    }
+
+    TempFolder folder_;
+    LevelFolder levels_{folder_.Path(), folder_.Path("examples")};
+};
+
+TEST_F(LevelFolders, StepsThroughTheFilesOfOneExtension) {
+    EXPECT_EQ(levels_.Next(), "Must Open First");
+    EXPECT_EQ(levels_.Previous(), "Must Open First");
+    EXPECT_EQ(levels_.Open(folder_.Path("lev1.xsb")), "");
+    EXPECT_EQ(levels_.LevelFile(), "lev1.xsb");
+    EXPECT_EQ(levels_.LevelName(), "lev1");
+    EXPECT_EQ(levels_.OpenFileName(), folder_.Path("lev1.xsb"));
+    EXPECT_EQ(levels_.Previous(), "No previous levels");
+    for (const char* file : {"lev2.xsb", "LEV3.XSB", "lev10.xsb", "x.tar.xsb"}) {
+        EXPECT_EQ(levels_.Next(), "");
+        EXPECT_EQ(levels_.LevelFile(), file);
+        EXPECT_EQ(levels_.LevelPath(), folder_.Path(file));
+    }
+    EXPECT_EQ(levels_.LevelName(), "x");
+    EXPECT_EQ(levels_.Next(), "No more levels");
+    EXPECT_EQ(levels_.LevelFile(), "x.tar.xsb");
+    EXPECT_EQ(levels_.Previous(), "");
+    EXPECT_EQ(levels_.LevelFile(), "lev10.xsb");
+}
+
+TEST_F(LevelFolders, TheOpenedFileNeedNotBeInTheList) {
+    // Its pattern is "*.tar", which no file here has.
+    EXPECT_EQ(levels_.Open(folder_.Path("x.tar.xsb")), "");
+    EXPECT_EQ(levels_.Next(), "No more levels");
+    EXPECT_EQ(levels_.Previous(), "No previous levels");
+    EXPECT_EQ(levels_.Open(folder_.Path("gone.xsb")), "");
+    EXPECT_EQ(levels_.Next(), "No more levels");
+    EXPECT_EQ(levels_.Previous(), "");
+    EXPECT_EQ(levels_.LevelFile(), "x.tar.xsb");
+    EXPECT_EQ(levels_.Previous(), "");
+    EXPECT_EQ(levels_.LevelFile(), "lev10.xsb");
+    // Found by its letters, whatever their case.
+    EXPECT_EQ(levels_.Open("lev3.xsb"), "");
+    EXPECT_EQ(levels_.Next(), "");
+    EXPECT_EQ(levels_.LevelFile(), "lev10.xsb");
+}
+
+TEST_F(LevelFolders, FoldersAreNoPartOfTheName) {
+    EXPECT_EQ(levels_.Open(folder_.Path("v1.2/b1.txt")), "");
+    EXPECT_EQ(levels_.LevelName(), "b1");
+    EXPECT_EQ(levels_.Folder(), folder_.Path("v1.2"));
+    EXPECT_EQ(levels_.Next(), "");
+    EXPECT_EQ(levels_.LevelFile(), "b2.txt");
+    EXPECT_EQ(levels_.Open("/nowhere.xsb"), "");
+    EXPECT_EQ(levels_.Folder(), "/");
+}
+
+TEST_F(LevelFolders, ANameWithoutExtensionIsRefused) {
+    EXPECT_EQ(levels_.Open("v1.2/b1.txt"), "");
+    EXPECT_NE(levels_.Open(folder_.Path("bare")).find("bare has no extension"), string::npos);
+    EXPECT_EQ(levels_.LevelFile(), "b1.txt");
+    EXPECT_EQ(levels_.Folder(), folder_.Path("v1.2"));
+    EXPECT_EQ(levels_.Next(), "");
+}
+
+TEST_F(LevelFolders, ExamplesOtherAndNext) {
+    EXPECT_EQ(levels_.OpenNextNumbered(), "No previus name");
+    EXPECT_EQ(levels_.OpenExample("first.xsb"), "");
+    EXPECT_EQ(levels_.LevelPath(), folder_.Path("examples/first.xsb"));
+    EXPECT_EQ(levels_.OpenExample("second.xsb"), "file second.xsb Not found");
+    EXPECT_EQ(levels_.LevelName(), "first");
+    EXPECT_EQ(levels_.Next(), "Must Open First");
+
+    struct Case {
+        const char* Typed;
+        const char* Answer;
+        const char* File;
+    };
+    for (const Case& c : std::vector<Case>{{"lev2", "", "lev2.xsb"},
+                                           {"notes.txt", "", "notes.txt"},
+                                           {"bare", "file bare.xsb Not found", "notes.txt"},
+                                           {"lev7.", "file lev7..xsb Not found", "notes.txt"},
+                                           {"folder", "file folder.xsb Not found", "notes.txt"},
+                                           {"examples/../lev10", "", "lev10.xsb"},
+                                           {"lev1", "", "lev1.xsb"}}) {
+        EXPECT_EQ(levels_.OpenOther(c.Typed), c.Answer);
+        EXPECT_EQ(levels_.OtherName(), c.Typed);
+        EXPECT_EQ(levels_.LevelFile(), c.File);
+    }
+    EXPECT_EQ(levels_.LevelPath(), folder_.Path("lev1.xsb"));  // the current folder goes first
+    EXPECT_EQ(levels_.OpenNextNumbered(), "");
+    EXPECT_EQ(levels_.OtherName(), "lev2");
+    EXPECT_EQ(levels_.LevelFile(), "lev2.xsb");
+    EXPECT_EQ(levels_.OpenNextNumbered(), "file lev3.xsb Not found");
+    EXPECT_EQ(levels_.OtherName(), "lev3");
+    EXPECT_EQ(levels_.OpenOther("lev09"), "file lev09.xsb Not found");
+    EXPECT_EQ(levels_.OpenNextNumbered(), "");
+    EXPECT_EQ(levels_.OtherName(), "lev10");
+    // Digits of a folder's name don't count up.
+    EXPECT_EQ(levels_.OpenOther("v1.2/b1.txt"), "");
+    EXPECT_EQ(levels_.OpenNextNumbered(), "");
+    EXPECT_EQ(levels_.LevelPath(), folder_.Path("v1.2/b2.txt"));
+}
+
+}  // namespace
+}  // namespace kavit
