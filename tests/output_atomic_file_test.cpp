@@ -1,3 +1,5 @@
+#include "output/atomic_file.h"
+
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -6,12 +8,11 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 
-#include "output/atomic_file.h"
+#include "support/temp_folder.h"
 
 namespace kavit {
 namespace {
@@ -20,15 +21,6 @@ namespace fs = std::filesystem;
 
 class AtomicFile : public testing::Test {
   protected:
-    AtomicFile() {
-        std::string name = (fs::temp_directory_path() / "kavit-test-XXXXXX").string();
-        folder_ = mkdtemp(name.data());
-    }
-    ~AtomicFile() override {
-        std::error_code ignored;
-        fs::remove_all(folder_, ignored);
-    }
-
     static std::string Read(const fs::path& path) {
         std::ifstream in(path, std::ios::binary);
         return {std::istreambuf_iterator<char>(in), {}};
@@ -42,7 +34,8 @@ class AtomicFile : public testing::Test {
         return names;
     }
 
-    fs::path folder_;
+    TempFolder temp_;
+    fs::path folder_ = temp_.Path();
 };
 
 TEST_F(AtomicFile, WritesReplacesAndKeepsPermissions) {

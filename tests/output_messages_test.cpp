@@ -10,10 +10,10 @@ namespace {
 using Lines = std::pair<const char*, const char*>;  // a null pointer: the line stays
 
 std::string Show(const std::optional<std::string>& line) {
-    return line ? "\"" + *line + "\"" : "unchanged";
+    return line ? '"' + *line + '"' : "unchanged";
 }
 std::string Show(const char* line) {
-    return line != nullptr ? "\"" + std::string(line) + "\"" : "unchanged";
+    return Show(line != nullptr ? std::optional<std::string>(line) : std::nullopt);
 }
 
 MessageValues Values() {

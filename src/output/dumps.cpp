@@ -47,10 +47,19 @@ std::string LevelsText(std::string_view baseName, const LevelTables& levels,
 }
 
 std::string PositionText(std::int64_t posIdx, const PositionView& position) {
-    std::string text = " Bucket: ( " + Padded(posIdx, 4) + ")  [ " + Padded(position.Tag, 3) + " " +
-                       Padded(position.Parent, 4) + " " + Padded(position.Man, 3) + " " +
-                       Padded(position.Moves, 3) + "] [";
-    for (const std::int64_t square : position.Key) text += " " + Padded(square, 2);
+    std::string text = " Bucket: (";
+    const auto add = [&](std::int64_t number, std::size_t digits) {
+        text += ' ';
+        text += Padded(number, digits);
+    };
+    add(posIdx, 4);
+    text += ")  [";
+    add(position.Tag, 3);
+    add(position.Parent, 4);
+    add(position.Man, 3);
+    add(position.Moves, 3);
+    text += "] [";
+    for (const std::int64_t square : position.Key) add(square, 2);
     text += "]";
     text += kLineEnd;
     return text;

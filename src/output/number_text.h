@@ -10,7 +10,9 @@ namespace kavit {
 
 // With a sign position: a blank for zero and above, "-" below.
 [[nodiscard]] inline std::string S(std::int64_t x) {
-    return (x < 0 ? "" : " ") + std::to_string(x);
+    std::string text(x < 0 ? 0 : 1, ' ');
+    text += std::to_string(x);
+    return text;
 }
 
 // Without it.
@@ -22,7 +24,8 @@ namespace kavit {
 [[nodiscard]] inline std::string Padded(std::int64_t x, std::size_t digits) {
     std::string text = std::to_string(x < 0 ? -x : x);
     if (text.size() < digits) text.insert(0, digits - text.size(), '0');
-    return (x < 0 ? "-" : "") + text;
+    if (x < 0) text.insert(text.begin(), '-');
+    return text;
 }
 
 }  // namespace kavit

@@ -31,9 +31,11 @@ std::string ResultLine(const ReportInput& r) {
 // range, and is shown as it stands behind a star. The second counter is left out until it moves.
 std::string HashCounts(std::int64_t first, std::int64_t second) {
     const auto count = [](std::int64_t counter) {
-        return counter >= 0 ? "*" + B(counter) : B(counter - kCounterStart);
+        return counter >= 0 ? std::string("*") + B(counter) : B(counter - kCounterStart);
     };
-    return count(first) + (second != kCounterStart ? "+" + count(second) : "");
+    std::string text = count(first);
+    if (second != kCounterStart) text += std::string("+") + count(second);
+    return text;
 }
 
 // Which solution of which phase each kept one was.
@@ -75,7 +77,7 @@ std::string SolutionBaseName(const ReportInput& r) {
     std::string name = r.LevelName;
     name += kOptSuffix.at(static_cast<std::size_t>(r.OptLevel));
     if (r.OptSpecial) name += "_sp";
-    if (r.HashCase != 0) name += "_" + B(r.HashCase);
+    if (r.HashCase != 0) name.append("_").append(B(r.HashCase));
     return name;
 }
 

@@ -1,0 +1,114 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <sstream>
+
+#include "level/level_reader.h"
+#include "output/dumps.h"
+#include "output/messages.h"
+#include "output/solution_file.h"
+#include "support/temp_folder.h"
+
+// The texts as they come out of a real solve.
+namespace kavit {
+namespace {
+
+Board Read(const std::string& text) {
+    Board board;
+    std::istringstream in(text);
+    EXPECT_TRUE(ReadLevelStream(in, board, {}).Loaded());
+    return board;
+}
+
+// Shows each message as it comes, as both fronts do.
+struct Front : SolverHooks {
+    const Solver* Solving = nullptr;
+    MessageCatalogue Catalogue;
+    std::string Shown;
+
+    void ShowMsg(Result message) override {
+        MessageValues values;
+        ReadValues(values, *Solving, *this);
+        const MessageLines lines = Catalogue.ShowMsg(message, values);
+        Shown += lines.Left.value_or("-") + " | " + lines.Right.value_or("-") + "\n";
+    }
+};
+
+struct Solve {
+    explicit Solve(Board board, int optLevel = 1) : Level(board) {
+        EXPECT_TRUE(Engine.ApplySizes({1000, 8, 300}).Ok);
+        Hooks.Solving = &Engine;
+        SolverOptions options;
+        options.OptLevel = optLevel;
+        EXPECT_EQ(Engine.AnalyseBoard(Level, options), Result::Ok);
+        EXPECT_EQ(Engine.Search(Hooks), Result::Ok);
+        Engine.BuildSolutions();
+    }
+    Board Level;
+    Solver Engine;
+    Front Hooks;
+};
+
+TEST(SolvedTexts, MessagesAndReport) {
+    Solve solve(Read("#######\n#@$  .#\n#######\n"));
+    solve.Hooks.ShowMsg(Result::Solution);
+    const std::string& shown = solve.Hooks.Shown;
+    EXPECT_EQ(shown.rfind("Solver is now thinking very hard... | Analyzed up to  0 pushes\n", 0),
+              0U);
+    EXPECT_NE(shown.find("Solution found in 3 pushes | \n"
+                         "Best solution  3/3 | on  1 analyzed so far\n"),
+              std::string::npos)
+        << shown;
+    EXPECT_NE(shown.find("Solution:  3/3 | on  1 analyzed\n"), std::string::npos) << shown;
+
+    ReportInput report;
+    ReadSolver(report, solve.Engine);
+    report.HideExpert = false;
+    EXPECT_EQ(report.NumPos, 1000);
+    const std::string file = SolutionFileText(report);
+    EXPECT_EQ(file.rfind("RRR\r\nRRR\r\n\r\n\\RESULT:         3/3\r\n", 0), 0U) << file;
+    EXPECT_NE(file.find("\\nSol/Step:     1/1\r\n\\Best Solution between 1 analyzed\r\n"),
+              std::string::npos)
+        << file;
+}
+
+TEST(SolvedTexts, Dumps) {
+    const TempFolder folder;
+    const std::string base = folder.Path("abc");
+    const auto content = [](const std::string& file) {
+        std::ifstream in(file, std::ios::binary);
+        return std::string(std::istreambuf_iterator<char>(in), {});
+    };
+    // Low on the board, keys hold compact numbers; the line shows cells all the same.
+    Board low;
+    for (std::size_t cell = 14 * Maxcol; cell < 17 * Maxcol; ++cell) low.Cell[cell] = kWall;
+    low.Cell[286] = kMan;
+    low.Cell[287] = kBox;
+    low.Cell[288] = kGoal;
+    Solve compact(low);
+    ASSERT_TRUE(compact.Engine.Counters().SqCompact);
+    EXPECT_EQ(DumpPosition(1, 12, base, compact.Engine, low), "");
+    EXPECT_NE(content(base + "_Dist.txt").find(" 286 000] [ 287 286]\r\n"), std::string::npos)
+        << content(base + "_Dist.txt");
+
+    const Solve solve(Read("#######\n#@$  .#\n#######\n"), 2);
+    EXPECT_EQ(DumpLevels(folder.Path("run"), "abc", solve.Engine), "");
+    EXPECT_EQ(content(folder.Path("run_abc.txt")),
+              LevelsText("abc", solve.Engine.Levels(), solve.Engine.Counters()));
+    EXPECT_NE(content(folder.Path("run_abc.txt")).find("SeaCnt = 001"), std::string::npos);
+    for (const int pos : {1, 1})
+        EXPECT_EQ(DumpPosition(pos, 0, base, solve.Engine, solve.Level), "");
+    const std::string line = content(base + ".txt");
+    EXPECT_NE(line.find(" 020 000] [ 21 20]\r\n Bucket: ( 0001)  [ 0"), std::string::npos) << line;
+
+    for (const int pos : {0, 1001}) {
+        EXPECT_NE(DumpPosition(pos, 0, base, solve.Engine, solve.Level).find("no position"),
+                  std::string::npos);
+    }
+    EXPECT_NE(DumpPosition(1, 0, base, solve.Engine, Board{}), "");
+    EXPECT_NE(DumpPosition(1, 0, folder.Path("no/folder"), solve.Engine, solve.Level), "");
+}
+
+}  // namespace
+}  // namespace kavit
