@@ -1,0 +1,28 @@
+# Completion of kavit-solve for bash. The options are taken from --help, so that they are never old.
+_kavit_solve() {
+    local cur prev words cword split
+    _init_completion -s || return
+    case $prev in
+        --search)
+            COMPREPLY=($(compgen -W 'both forward backward' -- "$cur"))
+            return ;;
+        --opt-level)
+            COMPREPLY=($(compgen -W '0 1 2 3' -- "$cur"))
+            return ;;
+        --hash)
+            COMPREPLY=($(compgen -W '0 1 2' -- "$cur"))
+            return ;;
+        --sol)
+            _filedir
+            return ;;
+        --max-positions | --blocks | --max-time)
+            return ;;
+    esac
+    $split && return
+    if [[ $cur == -* ]]; then
+        COMPREPLY=($(compgen -W '$(_parse_help "$1")' -- "$cur"))
+        [[ ${COMPREPLY-} == *= ]] && compopt -o nospace
+        return
+    fi
+    _filedir xsb
+} && complete -F _kavit_solve kavit-solve
