@@ -90,7 +90,8 @@ It decides how much work goes into saving moves of the man; the letter beside th
 - Something more (2), letter M: after the search, goes once more over the stored positions looking
 for fewer moves, also with up to two pushes more.
 
-- Something plus (3), letter P: more thorough still, and slower.
+- Something plus (3), letter P: more thorough still, and slower. It ends with a proof that no solution
+with the fewest pushes has fewer moves, when time and memory allow one.
 
 Special, with the levels 2 and 3, follows more of the ways in which the two halves of a solution
 can meet. None, Something plus and Special belong to the expert menus, which are hidden at first.
@@ -121,21 +122,21 @@ walls are open.
 
 KEYS
 
-    Ctrl+O           open a level file
-    Ctrl+PgDown      next level
-    Ctrl+PgUp        previous level
-    Ctrl+R           restart the level
-    F5               SOLVE, STOP, TEXT, RETURN
-    F6               ANIM and what it turns into
-    Escape           stop; leave what is open
-    Ctrl+C           copy the solution
-    Ctrl+Shift+C     copy the level as text
-    Ctrl+V           paste a level
-    Ctrl+E           edit the board
-    Ctrl+I           import
-    Ctrl+S           save the configuration
-    F1               this help
-    Ctrl+Q           quit
+    Ctrl+O: open a level file
+    Ctrl+PgDown: next level
+    Ctrl+PgUp: previous level
+    Ctrl+R: restart the level
+    F5: SOLVE, STOP, TEXT, RETURN
+    F6: ANIM and what it turns into
+    Escape: stop; leave what is open
+    Ctrl+C: copy the solution
+    Ctrl+Shift+C: copy the level as text
+    Ctrl+V: paste a level
+    Ctrl+E: edit the board
+    Ctrl+I: import
+    Ctrl+S: save the configuration
+    F1: this help
+    Ctrl+Q: quit
 )";
 }
 

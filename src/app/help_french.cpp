@@ -100,7 +100,9 @@ habituel.
 - Something more (2), lettre M : après la recherche, reprend les positions enregistrées pour réduire
 les déplacements, même avec une ou deux poussées de plus.
 
-- Something plus (3), lettre P : encore plus approfondi, et plus lent.
+- Something plus (3), lettre P : encore plus approfondi, et plus lent. Il finit par prouver qu'aucune
+solution ayant le moins de poussées ne compte moins de déplacements, si le temps et la mémoire le
+permettent.
 
 Special, avec les niveaux 2 et 3, suit davantage de façons dont les deux moitiés d'une solution
 peuvent se rejoindre. None, Something plus et Special font partie des menus pour experts, cachés au
@@ -136,21 +138,21 @@ de caisses.
 
 TOUCHES
 
-    Ctrl+O           ouvrir un fichier de niveau
-    Ctrl+Pg.suiv     niveau suivant
-    Ctrl+Pg.préc     niveau précédent
-    Ctrl+R           reprendre le niveau au début
-    F5               SOLVE, STOP, TEXT, RETURN
-    F6               ANIM et ce qu'affiche ce bouton
-    Échap            arrêter ; quitter ce qui est ouvert
-    Ctrl+C           copier la solution
-    Ctrl+Maj+C       copier le niveau sous forme de texte
-    Ctrl+V           coller un niveau
-    Ctrl+E           éditer le plateau
-    Ctrl+I           importer
-    Ctrl+S           enregistrer les réglages
-    F1               aide en anglais
-    Ctrl+Q           quitter
+    Ctrl+O : ouvrir un fichier de niveau
+    Ctrl+Pg.suiv : niveau suivant
+    Ctrl+Pg.préc : niveau précédent
+    Ctrl+R : reprendre le niveau au début
+    F5 : SOLVE, STOP, TEXT, RETURN
+    F6 : ANIM et ce qu'affiche ce bouton
+    Échap : arrêter ; quitter ce qui est ouvert
+    Ctrl+C : copier la solution
+    Ctrl+Maj+C : copier le niveau sous forme de texte
+    Ctrl+V : coller un niveau
+    Ctrl+E : éditer le plateau
+    Ctrl+I : importer
+    Ctrl+S : enregistrer les réglages
+    F1 : aide en anglais
+    Ctrl+Q : quitter
 )";
 }
 

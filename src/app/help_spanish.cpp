@@ -95,7 +95,8 @@ tablero lo indica.
 - Something more (2), letra M: después de la búsqueda repasa las posiciones guardadas para reducir
 los movimientos, incluso con hasta dos empujes más.
 
-- Something plus (3), letra P: aún más a fondo, y más lento.
+- Something plus (3), letra P: aún más a fondo, y más lento. Termina demostrando que ninguna solución
+con el menor número de empujes tiene menos movimientos, si el tiempo y la memoria lo permiten.
 
 Special, con los niveles 2 y 3, sigue más de las maneras en que pueden encontrarse las dos mitades
 de una solución. None, Something plus y Special pertenecen a los menús para expertos, que al
@@ -129,21 +130,21 @@ cajas.
 
 TECLAS
 
-    Ctrl+O           abrir un archivo de nivel
-    Ctrl+AvPág       nivel siguiente
-    Ctrl+RePág       nivel anterior
-    Ctrl+R           volver al inicio del nivel
-    F5               SOLVE, STOP, TEXT, RETURN
-    F6               ANIM y lo que muestre ese botón
-    Escape           detener; salir de lo que esté abierto
-    Ctrl+C           copiar la solución
-    Ctrl+Mayús+C     copiar el nivel como texto
-    Ctrl+V           pegar un nivel
-    Ctrl+E           editar el tablero
-    Ctrl+I           importar
-    Ctrl+S           guardar los ajustes
-    F1               ayuda en inglés
-    Ctrl+Q           salir
+    Ctrl+O: abrir un archivo de nivel
+    Ctrl+AvPág: nivel siguiente
+    Ctrl+RePág: nivel anterior
+    Ctrl+R: volver al inicio del nivel
+    F5: SOLVE, STOP, TEXT, RETURN
+    F6: ANIM y lo que muestre ese botón
+    Escape: detener; salir de lo que esté abierto
+    Ctrl+C: copiar la solución
+    Ctrl+Mayús+C: copiar el nivel como texto
+    Ctrl+V: pegar un nivel
+    Ctrl+E: editar el tablero
+    Ctrl+I: importar
+    Ctrl+S: guardar los ajustes
+    F1: ayuda en inglés
+    Ctrl+Q: salir
 )";
 }
 
