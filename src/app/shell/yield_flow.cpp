@@ -1,0 +1,44 @@
+#include "app/shell/shell.h"
+#include "output/number_text.h"
+
+// What the search tells while it runs. Progress comes far more often than anyone can read, so it is
+// only noted; it reaches the window when events are processed.
+namespace kavit {
+
+void Shell::ShowProgress(std::int32_t bucketCnt) {
+    progress_ = bucketCnt;
+}
+
+void Shell::ShowSide(char side) {
+    side_ = side;
+}
+
+void Shell::Yield() {
+    if (pacer_.TimeToLook()) BreatheAt(clock_.Milliseconds());
+}
+
+void Shell::BreatheAt(double nowMs) {
+    if (!pacer_.DueAt(nowMs)) return;
+    FlushProgress();
+    view_.ProcessEvents();
+    pacer_.Yielded(clock_.Milliseconds());
+}
+
+void Shell::FlushProgress() {
+    if (progress_ != shownProgress_) {
+        shownProgress_ = progress_;
+        view_.SetProgress(progress_);
+        view_.SetText(Control::lblDebug, Tr("Pos.Count = ") + B(progress_));
+    }
+    if (side_ != shownSide_) {
+        shownSide_ = side_;
+        if (!hideExpert_) view_.SetText(Control::lblSeaTimer, std::string(1, side_));
+    }
+}
+
+void Shell::WatchTick() {
+    if (!solving_) return;
+    view_.SetText(Control::lblTimer, watch_.Tick(clock_.SecondsOfDay(), *this));
+}
+
+}  // namespace kavit
