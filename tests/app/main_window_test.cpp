@@ -1,0 +1,386 @@
+#include "app/main_window.h"
+
+#include <QClipboard>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTextStream>
+#include <QToolButton>
+#include <memory>
+
+#include "app/board_view.h"
+#include "app/box_catcher.h"
+#include "app/system_clock.h"
+#include "support/temp_folder.h"
+
+namespace {
+
+constexpr const char* kEasy = "#######\n#@ $ .#\n#######\n";
+constexpr const char* kLong =
+    "############\n#          #\n# $ $ $    #\n#   @      #\n# $ $ $    #\n#          #\n"
+    "#     ...  #\n#     ...  #\n#          #\n#          #\n############\n";
+
+// The real clock, but for a time of day that jumps when the test says so.
+class JumpingClock final : public kavit::ShellClock {
+  public:
+    explicit JumpingClock(double* jump) : jump_(jump) {}
+    [[nodiscard]] double SecondsOfDay() const override { return real_.SecondsOfDay() + *jump_; }
+    [[nodiscard]] double Milliseconds() const override { return real_.Milliseconds(); }
+
+  private:
+    kavit::SystemClock real_;
+    double* jump_;
+};
+
+}  // namespace
+
+class MainWindowTest : public QObject {
+    Q_OBJECT
+
+  private:
+    template <typename T = QPushButton>
+    T* Find(const QString& name) {
+        T* found = window_->findChild<T*>(name);
+        if (found == nullptr) qFatal("no %s", qPrintable(name));
+        return found;
+    }
+    kavit::BoardView* Board() { return window_->findChild<kavit::BoardView*>(); }
+    QString Caption(const char* name) { return Find(QLatin1String(name))->text(); }
+    QString Line(const char* name) { return Find<QLineEdit>(QLatin1String(name))->text(); }
+    void Click(const char* name, Qt::MouseButton button = Qt::LeftButton) {
+        QTest::mouseClick(Find(QLatin1String(name)), button);
+    }
+    void Choose(const char* name) { Find<QAction>(QLatin1String(name))->trigger(); }
+    void Open(const char* name, const char* text) {
+        window_->Commands().OpenGiven(folder_->Write(name, text));
+    }
+    // Runs `action` in the middle of the next solve.
+    void During(const std::function<void()>& action) {
+        auto* timer = new QTimer(window_.get());
+        connect(timer, &QTimer::timeout, this, [this, timer, action] {
+            if (!window_->Commands().Solving()) return;
+            timer->deleteLater();
+            timer->stop();
+            action();
+        });
+        timer->start(30);
+    }
+    void Drop(const std::string& file) {
+        QMimeData mime;
+        mime.setUrls({QUrl::fromLocalFile(QString::fromStdString(file))});
+        QDragEnterEvent enter({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window_.get(), &enter);
+        QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(window_.get(), &drop);
+        QTest::qWait(1);
+    }
+
+    std::unique_ptr<TempFolder> folder_;
+    std::unique_ptr<BoxCatcher> boxes_;
+    std::unique_ptr<kavit::MainWindow> window_;
+    double jump_ = 0;
+
+  private slots:
+    void init() {
+        jump_ = 0;
+        folder_ = std::make_unique<TempFolder>();
+        folder_->Write("Kavit.ini", " 2000000  8  300  1  0  1 \r\n");
+        boxes_ = std::make_unique<BoxCatcher>();
+        window_ = std::make_unique<kavit::MainWindow>("kavit", folder_->Path(),
+                                                      std::make_unique<JumpingClock>(&jump_));
+        QVERIFY(window_->Start());
+        window_->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window_.get()));
+    }
+    void cleanup() {
+        QVERIFY(boxes_->Plain);
+        window_.reset();
+    }
+
+    void controlsAndMenus() {
+        for (const std::string_view name : kavit::kControlNames) {
+            QVERIFY2(window_->findChild<QObject*>(
+                         QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()))),
+                     name.data());
+        }
+        const QHash<QString, QString> captions = {{"mnuOpen0", "Open File"},
+                                                  {"mnuOpen1", "Restart"},
+                                                  {"mnuOpen2", "Next Level"},
+                                                  {"mnuOpen3", "Previous Level"},
+                                                  {"mnuSave", "Save Configuration"},
+                                                  {"mnuEditBoard", "Edit Board"},
+                                                  {"mnuImport", "Import"},
+                                                  {"mnuExit", "Exit"},
+                                                  {"mnuSea1", "Forward"},
+                                                  {"mnuSea2", "Backward"},
+                                                  {"mnuSea3", "Both"},
+                                                  {"mnuOpt0", "None (0)"},
+                                                  {"mnuOpt1", "Something (1)"},
+                                                  {"mnuOpt2", "Something more (2)"},
+                                                  {"mnuOpt3", "Something plus (3)"},
+                                                  {"mnuOptSpec", "Special"},
+                                                  {"mnuConfigure", "Configure"},
+                                                  {"mnuHash0", "Default"},
+                                                  {"mnuHash1", "Case 1"},
+                                                  {"mnuHash2", "Case 2"},
+                                                  {"mnuHlp2", "English"},
+                                                  {"mnuHlpInfo", "Show Info"},
+                                                  {"mnuHlpAbout", "About"}};
+        for (auto it = captions.begin(); it != captions.end(); ++it) {
+            const QString text = Find<QAction>(it.key())->text();
+            QCOMPARE(QString(text).remove('&'), it.value());
+            QVERIFY2(text.contains('&'), qPrintable(text));
+        }
+        // No two visible entries of a menu answer to the same letter.
+        for (QMenu* menu : window_->menuBar()->findChildren<QMenu*>()) {
+            QString letters;
+            for (const QAction* action : menu->actions()) {
+                const qsizetype at = action->text().indexOf('&');
+                if (at < 0) continue;
+                const QChar letter = action->text().at(at + 1).toLower();
+                QVERIFY2(!letters.contains(letter), qPrintable(action->text()));
+                letters += letter;
+            }
+        }
+        for (int tool = 0; tool < 10; ++tool) {
+            QVERIFY(!Find<QToolButton>(QStringLiteral("ImgEdit%1").arg(tool))
+                         ->accessibleName()
+                         .isEmpty());
+        }
+        for (const char* hidden : {"OptMovPus0", "OptMovPus1", "frmSizes", "frmCommands"}) {
+            QVERIFY(!Find<QWidget>(QLatin1String(hidden))->isVisible());
+        }
+        QCOMPARE(window_->windowTitle(), QString("kavit"));
+    }
+
+    void boardGrowsAndRepaintsOnlyWhatChanged() {
+        window_->resize(100, 100);
+        QTest::qWait(20);
+        QVERIFY(Board()->CellRect(0).width() >= 22);
+        window_->resize(1400, 1000);
+        QTest::qWait(20);
+        QVERIFY(Board()->CellRect(0).width() > 40);
+        QVERIFY(Board()->rect().contains(Board()->CellRect(322)));
+        Open("a.xsb", kEasy);
+        Click("btnSOLVE");
+        Click("btnANIM");
+        Find<QTimer>("TimerAnim")->setInterval(3600000);
+        QTest::qWait(50);
+        const qint64 before = Board()->CellsPainted();
+        window_->Commands().AnimTick();
+        QTest::qWait(50);
+        QCOMPARE(Board()->CellsPainted() - before, 2);
+    }
+
+    void solveTextReturnAnimate() {
+        Open("a.xsb", kEasy);
+        QCOMPARE(Line("txtLeft"), QString("You can edit this board (Menu File)"));
+        Click("btnSOLVE");
+        QCOMPARE(Caption("btnSOLVE"), QString("TEXT"));
+        QCOMPARE(Line("txtLeft"), QString("Solution:  3/2"));
+        QCOMPARE(QApplication::clipboard()->text(), QString("rRR"));
+        Click("btnSOLVE");
+        auto* text = Find<QPlainTextEdit>("rtxtImport");
+        QVERIFY(text->isVisible() && text->isReadOnly());
+        QVERIFY(text->toPlainText().contains("#@ $ .#"));
+        QCOMPARE(Caption("btnSOLVE"), QString("RETURN"));
+        Click("btnSOLVE");
+        QVERIFY(!text->isVisible());
+        Find<QTimer>("TimerAnim")->setInterval(5);
+        Click("btnANIM");
+        QCOMPARE(Caption("btnANIM"), QString("STOP"));
+        QTRY_COMPARE(Caption("btnANIM"), QString("REPEAT"));
+        QCOMPARE(Line("txtRight"), QString("Moves:  3/3"));
+        QCOMPARE(Board()->PictureAt(24), kavit::Picture::BoxOnGoal);
+        // Right starts again, left goes on.
+        Find<QTimer>("TimerAnim")->setInterval(3600000);
+        Click("btnANIM", Qt::RightButton);
+        window_->Commands().AnimTick();
+        Click("btnANIM");
+        window_->Commands().AnimTick();
+        QCOMPARE(Caption("btnANIM"), QString("CONT< >REPEAT"));
+        Click("btnANIM", Qt::RightButton);
+        QCOMPARE(Board()->PictureAt(20), kavit::Picture::ManDown);
+        QCOMPARE(Caption("btnANIM"), QString("STOP"));
+    }
+
+    // STOP, the close button, Exit and a dropped file in the middle of a search.
+    void windowStaysAliveWhileSolving() {
+        Open("long.xsb", kLong);
+        const std::string other = folder_->Write("other.xsb", kEasy);
+        During([&] {
+            QCOMPARE(Caption("btnSOLVE"), QString("STOP"));
+            window_->close();
+            QVERIFY(window_->isVisible());
+            QTest::qWait(5);
+            QCOMPARE(boxes_->Take(), QString("Solver is running"));
+            Drop(other);
+            QTest::qWait(5);
+            QCOMPARE(boxes_->Take(), QString("Solver is running"));
+            Choose("mnuExit");
+            QTest::qWait(5);
+            QCOMPARE(boxes_->Take(), QString("Solver is running"));
+            Choose("mnuConfigure");
+            QTest::qWait(5);
+            QCOMPARE(boxes_->Take(), QString("Can't change; Solver is running"));
+            Click("btnSOLVE");
+        });
+        Click("btnSOLVE");
+        QCOMPARE(Line("txtLeft"), QString("Interrupted by user !"));
+        QCOMPARE(Caption("btnSOLVE"), QString("SOLVE"));
+        QCOMPARE(window_->windowTitle(), QString("Solving long"));
+        Drop(other);
+        QCOMPARE(window_->windowTitle(), QString("kavit other"));
+        window_->close();
+        QVERIFY(!window_->isVisible());
+    }
+
+    void timeLimit() {
+        Open("long.xsb", kLong);
+        Find<QTimer>("TimerWatch")->setInterval(5);
+        During([&] { jump_ = 300; });
+        Click("btnSOLVE");
+        QCOMPARE(Line("txtLeft"), QString("Time Out"));
+        QVERIFY(Find<QLabel>("lblTimer")->text().startsWith("30"));
+        QVERIFY(!Find<QTimer>("TimerWatch")->isActive());
+    }
+
+    void expertMenus() {
+        for (const char* tool : {"ImgEdit2", "ImgEdit3", "ImgEdit1"}) {
+            QTest::mouseClick(Find<QToolButton>(QLatin1String(tool)), Qt::LeftButton);
+            QVERIFY(!Find<QToolButton>(QLatin1String(tool))->isChecked());
+        }
+        QVERIFY(!Find<QMenu>("mnuSearch")->menuAction()->isVisible());
+        QTest::mouseDClick(Find<QLabel>("lblOpt"), Qt::LeftButton);
+        QVERIFY(boxes_->Take().startsWith("You found an EsterEgg"));
+        for (const char* menu : {"mnuSearch", "mnuHasher"}) {
+            QVERIFY(Find<QMenu>(QLatin1String(menu))->menuAction()->isVisible());
+        }
+        QVERIFY(!Find<QMenu>("mnuExample")->menuAction()->isVisible());
+        Choose("mnuSea2");
+        QVERIFY(Find<QAction>("mnuSea2")->isChecked() && !Find<QAction>("mnuSea3")->isChecked());
+        Choose("mnuSea2");
+        QVERIFY(Find<QAction>("mnuSea2")->isChecked());
+        Choose("mnuOptSpec");  // does nothing at level 1
+        QVERIFY(!Find<QAction>("mnuOptSpec")->isChecked());
+        Choose("mnuOpt3");
+        Choose("mnuOptSpec");
+        QVERIFY(Find<QLabel>("lblOpt")->font().underline());
+        Open("a.xsb", kEasy);
+        Click("btnSOLVE");
+        QCOMPARE(Line("txtLeft"), QString("Best solution   3/2"));
+        QVERIFY(Find<QLabel>("lblDebug")->text().contains("fewest moves proved"));
+    }
+
+    void drawWithTheMouse() {
+        Choose("mnuEditBoard");
+        const auto at = [&](int cell) { return Board()->CellRect(cell).center(); };
+        const auto paint = [&](const char* tool, int cell) {
+            QTest::mouseClick(Find<QToolButton>(QLatin1String(tool)), Qt::LeftButton);
+            QTest::mouseClick(Board(), Qt::LeftButton, {}, at(cell));
+        };
+        for (const int row : {0, 2}) {
+            QTest::mousePress(Board(), Qt::LeftButton, {}, at(row * 19));
+            for (int x = 1; x < 6; ++x) {
+                QMouseEvent move(QEvent::MouseMove, at(row * 19 + x),
+                                 Board()->mapToGlobal(at(row * 19 + x)), Qt::NoButton,
+                                 Qt::LeftButton, Qt::NoModifier);
+                QApplication::sendEvent(Board(), &move);
+            }
+            QTest::mouseRelease(Board(), Qt::LeftButton, {}, at(row * 19 + 5));
+        }
+        paint("ImgEdit4", 19);
+        paint("ImgEdit4", 24);
+        paint("ImgEdit5", 20);
+        paint("ImgEdit2", 22);
+        paint("ImgEdit1", 23);
+        paint("ImgEdit0", 20);
+        QCOMPARE(boxes_->Take(), QString("You can't erase the Man"));
+        Click("btnMover4");
+        Click("btnSpMov1");
+        Click("btnANIM");
+        QCOMPARE(Caption("btnSOLVE"), QString("SOLVE"));
+        Click("btnSOLVE");
+        QCOMPARE(Line("txtLeft"), QString("Solution:  2/1"));
+        QCOMPARE(QApplication::clipboard()->text(), QString("lL"));
+        Choose("mnuCopyBoard");
+        QVERIFY(QApplication::clipboard()->text().contains("#.$ @#"));
+    }
+
+    void importAndPaste() {
+        Choose("mnuImport");
+        QTest::keyClicks(Find<QPlainTextEdit>("rtxtImport"), "#####");
+        QTest::keyClick(Find<QPlainTextEdit>("rtxtImport"), Qt::Key_Return);
+        QTest::keyClicks(Find<QPlainTextEdit>("rtxtImport"), "#@$.#");
+        QTest::keyClick(Find<QPlainTextEdit>("rtxtImport"), Qt::Key_Return);
+        QTest::keyClicks(Find<QPlainTextEdit>("rtxtImport"), "#####");
+        Click("btnSOLVE");
+        QCOMPARE(Board()->PictureAt(21), kavit::Picture::Box);
+        Click("btnSOLVE");
+        QCOMPARE(Line("txtLeft"), QString("Solution:  1/1"));
+        QApplication::clipboard()->setText(kEasy);
+        Choose("mnuPasteLevel");
+        QCOMPARE(Board()->PictureAt(24), kavit::Picture::Goal);
+        QCOMPARE(Caption("btnSOLVE"), QString("SOLVE"));
+    }
+
+    // Names and texts of the user's show as written.
+    void nothingIsMarkup() {
+        Open("<b>x & y[*].xsb", "#####\n#<$.#\n#####\n");
+        QCOMPARE(boxes_->Take(), QString("Invalid char '<' in Xsb; Assumed Space"));
+        QVERIFY(window_->windowTitle().contains("<b>x & y"));
+        Choose("mnuHlpInfo");
+        auto* help = Find<QDialog>("HelpForm");
+        QVERIFY(help->findChild<QPlainTextEdit*>()->toPlainText().contains("<b>x & y[*]"));
+        for (const char* topic : {"mnuHlp0", "mnuHlp1", "mnuHlp2", "mnuHlpAbout"}) {
+            Choose(topic);
+            QVERIFY(help->findChild<QPlainTextEdit*>()->toPlainText().size() > 100);
+        }
+        QCOMPARE(help->objectName(), QString("HelpForm"));
+        QTest::mouseClick(help->findChild<QPushButton*>("btnClose"), Qt::LeftButton);
+        QVERIFY(!help->isVisible());
+        for (const QLabel* label : window_->findChildren<QLabel*>()) {
+            if (label->objectName().startsWith("lbl")) {
+                QCOMPARE(label->textFormat(), Qt::PlainText);
+            }
+        }
+    }
+
+    void openDialogAndSettings() {
+        const std::string file = folder_->Write("lev2.xsb", kEasy);
+        folder_->Write("lev10.xsb", kEasy);
+        boxes_->OnDialog = [&](QDialog* dialog) {
+            QCOMPARE(dialog->objectName(), QString("CommonDialog1"));
+            static_cast<QFileDialog*>(dialog)->selectFile(QString::fromStdString(file));
+            dialog->accept();
+        };
+        Choose("mnuOpen0");
+        boxes_->OnDialog = nullptr;
+        QCOMPARE(window_->windowTitle(), QString("kavit lev2"));
+        Choose("mnuOpen2");
+        QCOMPARE(window_->windowTitle(), QString("kavit lev10"));
+
+        Choose("mnuConfigure");
+        QVERIFY(Find("frmbtnCancel")->isVisible());
+        Find<QComboBox>("cmbTime")->setEditText("100");
+        Find<QComboBox>("cmbMemory")->setEditText("300000");
+        Click("frmbtnApply");
+        QVERIFY(!Find<QWidget>("frmSizes")->isVisible());
+        QCOMPARE(Find<QLabel>("lblSize")->text(), QString("300000/8"));
+        QTest::mouseClick(Find<QAbstractButton>("chkWriteSol"), Qt::LeftButton);
+        Choose("mnuSave");
+        QFile saved(QString::fromStdString(folder_->Path("Kavit.ini")));
+        QVERIFY(saved.open(QIODevice::ReadOnly));
+        QCOMPARE(saved.readAll(), QByteArray(" 300000  8  100  1  1  0 \r\n"));
+    }
+};
+
+QTEST_MAIN(MainWindowTest)
+#include "main_window_test.moc"

@@ -1,0 +1,643 @@
+#include "app/shell/shell.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <memory>
+
+#include "support/fake_view.h"
+#include "support/temp_folder.h"
+
+namespace kavit {
+namespace {
+
+constexpr const char* kEasy = "#######\n#@ $ .#\n#######\n";
+constexpr const char* kUnsolvable = "##########\n#@ $ $ ..#\n##########\n";
+// Big enough to be interrupted: an open room with six boxes.
+constexpr const char* kLong =
+    "############\n#          #\n# $ $ $    #\n#   @      #\n# $ $ $    #\n#          #\n"
+    "#     ...  #\n#     ...  #\n#          #\n#          #\n############\n";
+
+std::string FileText(const std::string& name) {
+    std::ifstream stream(name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+using C = Control;
+
+class ShellTest : public testing::Test {
+  protected:
+    void SetUp() override {
+        Settings small;
+        small.Fields = {200000, 8, 300};
+        small.NoWriteSol = true;
+        folder.Write("Kavit.ini", SettingsText(small));
+        Begin();
+    }
+    bool Begin() {
+        shell = std::make_unique<Shell>(view, clock, "kavit", folder.Path());
+        return shell->FormLoad();
+    }
+    void Load(const std::string& name, const std::string& text) {
+        shell->OpenGiven(folder.Write(name, text));
+    }
+    void AskForSolutionFiles() {
+        view.SetChecked(C::chkNoWriteSol, false);
+        shell->NoWriteSolClicked();
+    }
+    void Solve(const std::string& text = kEasy) {
+        Load("level.xsb", text);
+        shell->SolveClicked();
+    }
+    void Animate(int ticks) {
+        for (int i = 0; i < ticks; ++i) shell->AnimTick();
+    }
+
+    TempFolder folder;
+    FakeView view;
+    FakeClock clock;
+    std::unique_ptr<Shell> shell;
+};
+
+TEST_F(ShellTest, StartUp) {
+    EXPECT_EQ(view.Buttons(), "-SOLVE -ANIM -CLEAR");
+    EXPECT_EQ(view.Lines(),
+              "You can edit or import your board (File Menu)|or read it from a file (.xsb)");
+    EXPECT_EQ(view.Title, "kavit");
+    EXPECT_EQ(view.Text(C::lblTimer), "/300");
+    EXPECT_EQ(view.Text(C::lblOpt), "S");
+    EXPECT_EQ(view.Text(C::lblSize), "200000/8");
+    EXPECT_EQ(view.ProgressMost, 200000);
+    for (const C hidden : {C::mnuExample, C::mnuSearch, C::mnuHasher, C::mnuOpt0, C::mnuOpt3,
+                           C::mnuOptSpec, C::frmSizes, C::frmCommands, C::rtxtImport}) {
+        EXPECT_FALSE(view.Shown(hidden)) << kControlNames[static_cast<std::size_t>(hidden)];
+    }
+    for (const C checked : {C::mnuSea3, C::mnuHash0, C::mnuOpt1})
+        EXPECT_TRUE(view.Checked(checked));
+}
+
+// The captions row by row.
+TEST_F(ShellTest, CaptionsOfTheSolveButton) {
+    Load("bad.xsb", "#####\n#@$ #\n#####\n");
+    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+    shell->SolveClicked();  // the board check fails
+    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+    EXPECT_EQ(view.Lines(), "Strange mapping ???|");
+    EXPECT_EQ(view.Title, "Solving bad");
+
+    std::string during;
+    view.OnEvents = [&] {
+        if (shell->Solving() && during.empty()) during = view.Buttons();
+    };
+    Solve(kUnsolvable);
+    EXPECT_EQ(during, "STOP -ANIM -CLEAR");
+    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+    EXPECT_EQ(view.Text(C::txtLeft), "There is no solution !");
+
+    Solve();
+    EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
+    EXPECT_EQ(view.Lines(), "Solution:  3/2|solution remained in Clipboard and 'TEXT'");
+    EXPECT_EQ(view.Clip, "rRR");
+    EXPECT_FALSE(view.On(C::TimerWatch));
+
+    shell->SolveClicked();
+    EXPECT_EQ(view.Buttons(), "RETURN -ANIM CLEAR");
+    EXPECT_TRUE(view.Shown(C::rtxtImport));
+    EXPECT_TRUE(view.ReadOnly);
+    EXPECT_NE(view.Text(C::rtxtImport).find("RESULT:  3/ 2"), std::string::npos);
+
+    shell->SolveClicked();
+    EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
+    EXPECT_FALSE(view.Shown(C::rtxtImport));
+
+    shell->ImportBoard();
+    EXPECT_EQ(view.Buttons(), "RETURN -ANIM CLEAR");
+    shell->SolveClicked();  // nothing was typed: the solution is still there
+    EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
+
+    shell->LevelCommand(1);
+    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+    EXPECT_EQ(view.Lines(), "You can edit this board (Menu File)|");
+    shell->SolveClicked();
+    EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
+    shell->HashClicked(2);
+    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+    EXPECT_TRUE(view.Checked(C::mnuHash2));
+}
+
+TEST_F(ShellTest, OutOfMemoryKeepsTheCaptionUntilRestart) {
+    view.SetText(C::cmbMemory, "50");
+    shell->ApplyClicked();
+    Solve(kLong);
+    EXPECT_EQ(view.Buttons(), "STOP -ANIM -CLEAR");
+    EXPECT_EQ(view.Text(C::txtLeft), "Out of memory before a solution");
+    EXPECT_FALSE(shell->Solving());
+    shell->SolveClicked();
+    EXPECT_EQ(view.Buttons(), "STOP -ANIM -CLEAR");
+    shell->LevelCommand(0);  // cancelled
+    EXPECT_EQ(view.Buttons(), "STOP -ANIM -CLEAR");
+    shell->LevelCommand(1);
+    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+}
+
+struct StopCase {
+    const char* How;
+    std::function<void(Shell&, FakeClock&)> Do;
+    const char* Left;
+};
+
+TEST_F(ShellTest, StopAndTimeOut) {
+    const StopCase cases[] = {
+        {"button", [](Shell& s, FakeClock&) { s.SolveClicked(); }, "Interrupted by user !"},
+        {"Escape", [](Shell& s, FakeClock&) { s.EscapePressed(); }, "Interrupted by user !"},
+        {"limit",
+         [](Shell& s, FakeClock& c) {
+             c.Seconds = 1300;
+             s.WatchTick();
+         },
+         "Time Out"},
+        // Begun 100 seconds before midnight, 300 seconds ago.
+        {"midnight",
+         [](Shell& s, FakeClock& c) {
+             c.Seconds = 200;
+             s.WatchTick();
+         },
+         "Time Out"},
+    };
+    for (const StopCase& row : cases) {
+        clock.Seconds = row.How == std::string("midnight") ? 86300 : 1000;
+        int yields = 0;
+        view.OnEvents = [&] {
+            if (shell->Solving() && ++yields == 20) row.Do(*shell, clock);
+        };
+        Solve(kLong);
+        EXPECT_EQ(view.Text(C::txtLeft), row.Left) << row.How;
+        EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR") << row.How;
+        EXPECT_FALSE(shell->Solving());
+        EXPECT_LT(yields, 40) << row.How;
+    }
+    EXPECT_EQ(view.Text(C::lblTimer), "300/300");
+    // The same window solves again.
+    view.OnEvents = nullptr;
+    Solve();
+    EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
+}
+
+struct GuardCase {
+    const char* Command;
+    std::function<void(Shell&)> Do;
+    const char* Solving;
+    const char* Animating;
+    const char* Editing;
+};
+
+const GuardCase kGuards[] = {
+    {"Open", [](Shell& s) { s.LevelCommand(0); }, "Solver is running", "Stop Animation first",
+     "You are editing"},
+    {"Restart", [](Shell& s) { s.LevelCommand(1); }, "Solver is running", "Stop Animation first",
+     "You are editing"},
+    {"Next", [](Shell& s) { s.LevelCommand(2); }, "Solver is running", "Stop Animation first",
+     "You are editing"},
+    {"Previous", [](Shell& s) { s.LevelCommand(3); }, "Solver is running", "Stop Animation first",
+     "You are editing"},
+    {"drop", [](Shell& s) { s.OpenGiven("x.xsb"); }, "Solver is running", "Stop Animation first",
+     "You are editing"},
+    {"Import", [](Shell& s) { s.ImportBoard(); }, "Solver is running", "Stop Animation first",
+     "You are editing"},
+    {"paste", [](Shell& s) { s.PasteLevel(); }, "Solver is running", "Stop Animation first",
+     "You are editing"},
+    {"Edit", [](Shell& s) { s.EditBoard(); }, "Solver is running", "Stop Animation first", ""},
+    {"Hash", [](Shell& s) { s.HashClicked(1); }, "Solver is running", "Stop Animation first", ""},
+    {"Example", [](Shell& s) { s.ExampleCommand(1); }, "Solver is running", "Stop Animation first",
+     nullptr},
+    {"Search", [](Shell& s) { s.SeaClicked(1); }, "Can't change; Solver is running", "", ""},
+    {"Optimizer", [](Shell& s) { s.OptClicked(2); }, "Can't change; Solver is running",
+     "Stop Animation first", "You are editing"},
+    {"Special", [](Shell& s) { s.OptSpecClicked(); }, "Can't change; Solver is running", "", ""},
+    {"Configure", [](Shell& s) { s.ConfigureClicked(); }, "Can't change; Solver is running", "",
+     ""},
+    {"Exit", [](Shell& s) { s.ExitClicked(); }, "Solver is running", nullptr, nullptr},
+};
+
+TEST_F(ShellTest, Guards) {
+    std::size_t next = 0;
+    view.OnEvents = [&] {
+        if (!shell->Solving() || next == std::size(kGuards)) return;
+        const GuardCase& row = kGuards[next++];
+        row.Do(*shell);
+        EXPECT_EQ(view.TakeBox(), row.Solving) << row.Command;
+        EXPECT_EQ(view.Buttons(), "STOP -ANIM -CLEAR") << row.Command;
+        EXPECT_EQ(view.Quits, 0);
+        if (next == std::size(kGuards)) shell->SolveClicked();
+    };
+    Solve(kLong);
+    EXPECT_EQ(next, std::size(kGuards));
+    EXPECT_TRUE(view.Checked(C::mnuSea3) && view.Checked(C::mnuOpt1) && view.Checked(C::mnuHash0));
+    view.OnEvents = nullptr;
+
+    Solve();
+    shell->AnimMouseUp(true);
+    for (const GuardCase& row : kGuards) {
+        if (row.Animating == nullptr) continue;
+        row.Do(*shell);
+        EXPECT_EQ(view.TakeBox(), row.Animating) << row.Command;
+        EXPECT_EQ(view.Text(C::btnANIM), "STOP") << row.Command;
+    }
+    shell->SolveClicked();  // TEXT
+    EXPECT_EQ(view.TakeBox(), "Stop Animation first");
+    shell->AnimMouseUp(true);
+    shell->AnimTick();
+
+    shell->SolveClicked();
+    shell->EditBoard();
+    EXPECT_EQ(view.TakeBox(), "You are seeing TEXT");
+    shell->SolveClicked();
+    shell->EditBoard();
+    for (const GuardCase& row : kGuards) {
+        if (row.Editing == nullptr) continue;
+        row.Do(*shell);
+        EXPECT_EQ(view.TakeBox(), row.Editing) << row.Command;
+        EXPECT_EQ(view.Text(C::btnANIM), "DONE") << row.Command;
+    }
+}
+
+TEST_F(ShellTest, ExpertMenus) {
+    for (const int tool : {9, 2, 3, 1}) shell->SelectTool(tool);
+    view.SetEnabled(C::mnuSearch, true);
+    shell->OptLabelDoubleClicked();
+    EXPECT_EQ(view.TakeBox(),
+              "You found an EsterEgg\r\n\r\nLook at Search, Optimizer and Hash menus");
+    for (const C menu : {C::mnuSearch, C::mnuOptSpec, C::mnuHasher, C::mnuOpt0, C::mnuOpt3}) {
+        EXPECT_TRUE(view.Shown(menu));
+    }
+    EXPECT_FALSE(view.Shown(C::mnuExample));
+    shell->OptLabelDoubleClicked();
+    EXPECT_EQ(view.TakeBox(), "");
+
+    // From now on file names tell how the level was solved.
+    AskForSolutionFiles();
+    shell->OptClicked(2);
+    shell->OptSpecClicked();
+    EXPECT_TRUE(view.Underlined[C::lblOpt]);
+    shell->HashClicked(1);
+    Load("abc.xsb", kEasy);
+    shell->SolveClicked();
+    EXPECT_EQ(view.AskedName, "abc_more_sp_1.sol");
+    shell->OptClicked(1);
+    EXPECT_FALSE(view.Underlined[C::lblOpt]);
+    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+    shell->OptClicked(3);
+    EXPECT_EQ(view.Text(C::lblOpt), "P");
+    shell->SolveClicked();
+    EXPECT_EQ(view.AskedName, "abc_plus_1.sol");
+    EXPECT_EQ(view.Text(C::txtLeft), "Best solution   3/2");
+}
+
+TEST_F(ShellTest, WrongEggCodeRevealsNothing) {
+    for (const int tool : {2, 3, 1, 0}) shell->SelectTool(tool);
+    shell->OptLabelDoubleClicked();
+    EXPECT_EQ(view.TakeBox(), "");
+    EXPECT_FALSE(view.Shown(C::mnuSearch));
+}
+
+TEST_F(ShellTest, FolderOfLevels) {
+    shell->LevelCommand(2);
+    EXPECT_EQ(view.TakeBox(), "Must Open First");
+    folder.Write("lev2.xsb", kEasy);
+    folder.Write("lev10.xsb", "#####\n#x$.#\n#####\n");
+    view.File = folder.Path("lev2.xsb");
+    shell->LevelCommand(0);
+    EXPECT_EQ(view.Title, "kavit lev2");
+    shell->LevelCommand(3);
+    EXPECT_EQ(view.TakeBox(), "No previous levels");
+    EXPECT_EQ(view.Title, "kavit lev2");
+    shell->LevelCommand(2);
+    EXPECT_EQ(view.Title, "kavit lev10");
+    EXPECT_EQ(view.TakeBox(), "Invalid char 'x' in Xsb; Assumed Space");
+    EXPECT_EQ(view.Quits, 0);
+    shell->LevelCommand(2);
+    EXPECT_EQ(view.TakeBox(), "No more levels");
+    view.Answers = {false};
+    shell->LevelCommand(3);
+    shell->LevelCommand(2);
+    EXPECT_EQ(view.Quits, 1) << "Cancel on an invalid character ends the program";
+}
+
+TEST_F(ShellTest, LevelThatFailsAfterAGoodOne) {
+    Solve();
+    Load("wide.xsb", "#####################\n");
+    EXPECT_EQ(view.Text(C::txtLeft), "Width puzzle exceed the maximum (19)");
+    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+    const std::string lines = view.Lines();
+    shell->SolveClicked();
+    EXPECT_EQ(view.Lines(), lines) << "SOLVE does nothing on a level that failed";
+    EXPECT_EQ(view.TakeBox(), "");
+    shell->OpenGiven(folder.Path("nothere.xsb"));
+    EXPECT_EQ(view.Text(C::txtLeft), "can't open file, try again");
+    shell->OpenGiven(folder.Write("noextension", kEasy));
+    EXPECT_NE(view.TakeBox().find("noextension"), std::string::npos);
+    Solve();
+    EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
+}
+
+TEST_F(ShellTest, CancelledOpenKeepsTheSolution) {
+    Solve();
+    shell->LevelCommand(0);
+    EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
+    shell->SolveClicked();
+    shell->LevelCommand(0);
+    EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
+    EXPECT_FALSE(view.Shown(C::rtxtImport));
+}
+
+TEST_F(ShellTest, SettingsPanelAndFile) {
+    struct Row {
+        const char* Memory;
+        const char* Blocks;
+        const char* Time;
+        const char* Box;
+        const char* BlocksAfter;
+    };
+    const Row rows[] = {
+        {"200000", "20", "86401", "MaxTime can't exceed 86400 secs.", "8"},
+        {"200000", "0", "300", "Blocks can't be zero or negative", "0"},
+        {"-1", "8", "300", "Max number of positions can't be zero or negative", "8"},
+        {"100", "8", "0", "Max elapsed time can't be zero or negative", "8"},
+        {"9223372036854775807", "9", "300", "Insuficient Memory", "8"},
+        {"200000", "many", "300", "Blocks: \"many\" is not a whole number", "many"},
+        {"99999999999999999999", "8", "300",
+         "Max Positions: \"99999999999999999999\" is not a whole number", "8"},
+        {" 100000 ", "12", "600", "", "12"},
+    };
+    for (const Row& row : rows) {
+        if (!view.Shown(C::frmSizes)) shell->ConfigureClicked();
+        EXPECT_TRUE(view.Shown(C::frmSizes));
+        view.SetText(C::cmbMemory, row.Memory);
+        view.SetText(C::cmbBlocks, row.Blocks);
+        view.SetText(C::cmbTime, row.Time);
+        shell->ApplyClicked();
+        EXPECT_EQ(view.TakeBox(), row.Box);
+        EXPECT_EQ(view.Text(C::cmbBlocks), row.BlocksAfter) << row.Box;
+        EXPECT_EQ(view.Shown(C::frmSizes), *row.Box != '\0') << row.Box;
+        EXPECT_EQ(view.Text(C::lblSize), *row.Box != '\0' ? "200000/8" : "100000/12") << row.Box;
+    }
+    EXPECT_EQ(view.Text(C::lblTimer), "0/600");
+
+    shell->ConfigureClicked();
+    view.SetText(C::cmbBlocks, "20");
+    shell->CancelClicked();
+    EXPECT_EQ(view.Text(C::cmbBlocks), "12");
+
+    view.SetChecked(C::chkWriteSol, true);
+    shell->WriteSolClicked();
+    EXPECT_FALSE(view.Checked(C::chkNoWriteSol));
+    shell->OptClicked(2);
+    shell->SaveSettings();
+    EXPECT_EQ(FileText(folder.Path("Kavit.ini")), " 100000  12  600  2  1  0 \r\n");
+    view = FakeView();
+    ASSERT_TRUE(Begin());
+    EXPECT_EQ(view.Text(C::lblOpt), "M");
+    EXPECT_EQ(view.Text(C::cmbTime), "600");
+    EXPECT_TRUE(view.Checked(C::chkWriteSol));
+}
+
+TEST_F(ShellTest, SettingsFilesThatDoNotHold) {
+    struct Row {
+        const char* Text;
+        const char* Fault;  // part of the message
+    };
+    const Row rows[] = {
+        {"", "found 0"},
+        {" 4000000  8  300  1  0 ", "found 5"},
+        {" 4000000  8  300  1  0  0  0 ", "found 7"},
+        {" 4000000  x  300  1  0  0 ", "number 2 (Blocks) is \"x\""},
+        {" 4000000  8  300  4  0  0 ", "number 4 (OptLevel) is \"4\""},
+        {" 4000000  8  300  1  0  2 ", "number 6 (NoWriteSol)"},
+        {" 4000000  8  300  1  1  1 ", "exclude"},
+        {"4000000,,300,1,0,0", "number 2 (Blocks) is \"\""},
+    };
+    for (const Row& row : rows) {
+        folder.Write("Kavit.ini", row.Text);
+        view = FakeView();
+        EXPECT_FALSE(Begin()) << row.Text;
+        const std::string box = view.TakeBox();
+        EXPECT_NE(box.find(row.Fault), std::string::npos) << box;
+        EXPECT_NE(box.find(folder.Path("Kavit.ini")), std::string::npos) << box;
+        EXPECT_EQ(FileText(folder.Path("Kavit.ini")), row.Text);
+    }
+    // Sizes that APPLY refuses give their message, and a window that works.
+    folder.Write("Kavit.ini", "200000 8,100000\r\n2 0 1");
+    view = FakeView();
+    EXPECT_TRUE(Begin());
+    EXPECT_EQ(view.TakeBox(), "MaxTime can't exceed 86400 secs.");
+    EXPECT_EQ(view.Text(C::lblSize), "4000000/8");
+    EXPECT_EQ(view.Text(C::cmbTime), "300");
+    EXPECT_EQ(view.Text(C::lblOpt), "M");
+}
+
+TEST_F(ShellTest, SolutionFileByTheSwitches) {
+    Solve();
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("level.sol")));
+    AskForSolutionFiles();
+    view.SaveFile = folder.Path("asked.sol");
+    Solve();
+    EXPECT_EQ(view.AskedName, "level.sol");
+    EXPECT_EQ(FileText(folder.Path("asked.sol")).substr(0, 10), "rRR\r\nrRR\r\n");
+    view.SetChecked(C::chkWriteSol, true);
+    shell->WriteSolClicked();
+    Solve();
+    EXPECT_TRUE(std::filesystem::exists(folder.Path("level.sol")));
+}
+
+// A full disk, and a folder that is not there: the solution is still in the text view, on the
+// clipboard and in the animation, and the message says what and why.
+TEST_F(ShellTest, SolutionFileThatCannotBeWritten) {
+    AskForSolutionFiles();
+    std::filesystem::create_symlink("/dev/full", folder.Path("full.sol"));
+    const struct {
+        const char* File;
+        const char* Reason;
+    } rows[] = {{"full.sol", "No space left on device"},
+                {"gone/x.sol", "No such file or directory"}};
+    for (const auto& row : rows) {
+        view.SaveFile = folder.Path(row.File);
+        view.Clip.clear();
+        Solve();
+        const std::string box = view.TakeBox();
+        EXPECT_NE(box.find(row.File), std::string::npos) << box;
+        EXPECT_NE(box.find(row.Reason), std::string::npos) << box;
+        EXPECT_EQ(view.Clip, "rRR");
+        EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
+        shell->SolveClicked();
+        EXPECT_NE(view.Text(C::rtxtImport).find("rRR"), std::string::npos);
+    }
+    std::filesystem::remove(folder.Path("Kavit.ini"));
+    std::filesystem::create_symlink("/dev/full", folder.Path("Kavit.ini"));
+    shell->SaveSettings();
+    EXPECT_NE(view.TakeBox().find("Kavit.ini"), std::string::npos);
+}
+
+TEST_F(ShellTest, AnimationLeftAndRight) {
+    Solve();
+    const auto at = [&](int cell) { return view.Cells[static_cast<std::size_t>(cell)]; };
+    shell->AnimMouseUp(true);
+    EXPECT_EQ(view.Text(C::btnANIM), "STOP");
+    EXPECT_TRUE(view.On(C::TimerAnim));
+    view.CellsShown = 0;
+    Animate(2);
+    EXPECT_EQ(view.CellsShown, 2 + 3) << "only the cells that changed are repainted";
+    EXPECT_EQ(view.Lines(), "Pushes:  1/2|Moves:  2/3");
+    EXPECT_EQ(at(22), Picture::ManRight);
+    EXPECT_EQ(at(23), Picture::Box);
+
+    shell->AnimMouseUp(true);
+    Animate(1);
+    EXPECT_EQ(view.Text(C::btnANIM), "CONT< >REPEAT");
+    EXPECT_FALSE(view.On(C::TimerAnim));
+    shell->AnimMouseUp(true);
+    EXPECT_EQ(view.Text(C::btnANIM), "STOP");
+    Animate(1);
+    EXPECT_EQ(view.Lines(), "Pushes:  2/2|Moves:  3/3");
+    EXPECT_EQ(view.Text(C::btnANIM), "REPEAT");
+    EXPECT_EQ(at(24), Picture::BoxOnGoal);
+
+    shell->AnimMouseUp(true);
+    Animate(1);
+    shell->AnimMouseUp(false);
+    Animate(1);
+    EXPECT_EQ(view.Text(C::btnANIM), "CONT< >REPEAT");
+    shell->AnimMouseUp(false);  // from the start
+    EXPECT_EQ(at(20), Picture::ManDown);
+    Animate(1);
+    EXPECT_EQ(view.Text(C::txtRight), "Moves:  1/3");
+}
+
+TEST_F(ShellTest, EditorKeepsWhatWasDrawnOrTakesItBack) {
+    shell->EditBoard();
+    EXPECT_EQ(view.Title, "kavit Editing");
+    EXPECT_EQ(view.Buttons(), "-SOLVE DONE CLEAR");
+    EXPECT_EQ(view.Lines(), "Editing|When ready click 'DONE'");
+    EXPECT_TRUE(view.Checked(C::ImgEdit4));
+    EXPECT_TRUE(view.Shown(C::frmCommands));
+    const auto paint = [&](int tool, int cell) {
+        shell->SelectTool(tool);
+        shell->CellDown(cell);
+        shell->CellUp(cell);
+    };
+    // Four walls around 1 by 4 squares: two rows dragged, two squares clicked.
+    for (const int row : {0, 2}) {
+        shell->CellDown(row * Maxcol);
+        for (int x = 1; x <= 5; ++x) shell->CellMove(row * Maxcol, x * 330 + 100, 100);
+        shell->CellUp(row * Maxcol);
+    }
+    paint(4, Maxcol);
+    paint(4, Maxcol + 5);
+    paint(5, Maxcol + 1);
+    paint(2, Maxcol + 3);
+    paint(1, Maxcol + 4);
+    paint(2, Maxcol + 1);
+    EXPECT_EQ(view.TakeBox(), "You can't erase the Man");
+    shell->ShiftClicked(2);
+    shell->AnimMouseUp(true);  // DONE
+    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+    EXPECT_EQ(view.Lines(), "|");
+    EXPECT_FALSE(view.Shown(C::frmCommands));
+    EXPECT_FALSE(view.Checked(C::ImgEdit2));
+    shell->CopyBoard();
+    EXPECT_EQ(view.Clip, " ######\n #@ $.#\n ######\n");
+    shell->SolveClicked();
+    EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
+    EXPECT_EQ(view.Clip, "rR");
+
+    const Board before = shell->Level();
+    shell->EditBoard();
+    shell->ClearClicked();
+    EXPECT_EQ(view.Text(C::btnANIM), "DONE");
+    view.Answers = {false, true};
+    shell->EscapePressed();
+    EXPECT_NE(shell->Level(), before) << "answered No";
+    shell->EscapePressed();
+    EXPECT_EQ(shell->Level(), before);
+    EXPECT_TRUE(shell->Editing());
+    shell->EscapePressed();
+    EXPECT_FALSE(shell->Editing());
+}
+
+TEST_F(ShellTest, ClearForgetsLevelAndSolution) {
+    Solve();
+    shell->SolveClicked();
+    shell->ClearClicked();
+    EXPECT_EQ(view.Title, "kavit");
+    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM -CLEAR");
+    EXPECT_FALSE(view.Shown(C::rtxtImport));
+    EXPECT_EQ(shell->Level().Cell, Board().Cell);
+    shell->SolveClicked();
+    EXPECT_EQ(view.Text(C::txtLeft), "Strange mapping ???");
+}
+
+TEST_F(ShellTest, ImportTakesTextOrLeavesItForMending) {
+    Load("first.xsb", kEasy);
+    const Board before = shell->Level();
+    const auto type = [&](const std::string& text) {
+        view.SetText(C::rtxtImport, text);
+        shell->ImportTextChanged();
+        shell->SolveClicked();
+    };
+    shell->ImportBoard();
+    EXPECT_FALSE(view.ReadOnly);
+    const struct {
+        std::string Text;
+        const char* Left;
+    } rows[] = {
+        {"####################", "Width puzzle exceed the maximum (19)"},
+        {std::string(40, '\n') + "#", "Height puzzle exceed the maximum (17)"},
+        {"#" + std::string(60, ' '), "Input line too long"},
+        {"#q", "You can select and copy to the clipboard (CTRL-C)"},
+    };
+    for (const auto& row : rows) {
+        view.Answers = {false};
+        type(row.Text);
+        EXPECT_EQ(view.Text(C::txtLeft), row.Left);
+        EXPECT_EQ(view.Text(C::btnSOLVE), "RETURN");
+        EXPECT_EQ(view.Text(C::rtxtImport), row.Text);
+        EXPECT_TRUE(view.Shown(C::rtxtImport));
+        EXPECT_EQ(shell->Level(), before);
+    }
+    shell->LevelCommand(
+        0);  // cancelled: the box is hidden, the text comes back with the next Import
+    view.Answers.clear();
+    shell->ImportBoard();
+    EXPECT_EQ(view.Text(C::rtxtImport), "#q");
+    type("#####\r#@$.#\r\n#####");
+    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+    EXPECT_EQ(view.Title, "kavit");
+    AskForSolutionFiles();
+    view.AskedName = "?";
+    shell->SolveClicked();
+    EXPECT_EQ(view.AskedName, "") << "an imported board has no name";
+
+    view.Clip = kEasy;
+    shell->PasteLevel();
+    EXPECT_EQ(shell->Level().Cell, before.Cell);
+    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+    view.Clip = "# a heading, no level";
+    shell->PasteLevel();
+    EXPECT_EQ(shell->Level().Cell, before.Cell);
+}
+
+TEST_F(ShellTest, PendingSettingsAreAppliedByTheNextCommand) {
+    shell->ConfigureClicked();
+    view.SetText(C::cmbBlocks, "3");
+    Load("level.xsb", kEasy);
+    EXPECT_EQ(view.Text(C::lblSize), "200000/3");
+    EXPECT_FALSE(view.Shown(C::frmSizes));
+    shell->ConfigureClicked();
+    view.SetText(C::cmbBlocks, "5");
+    shell->SolveClicked();
+    EXPECT_EQ(view.Text(C::lblSize), "200000/3") << "SOLVE hides the panel and applies nothing";
+    EXPECT_EQ(view.Text(C::cmbBlocks), "5");
+}
+
+}  // namespace
+}  // namespace kavit
