@@ -30,10 +30,10 @@ class ExpanderOf final : public Expander {
         state_.Batch.Empty();
         for (std::int32_t p = job.Top; p <= job.End; ++p) {
             state_.Batch.AddParent(p);
+            // Position 0 is a run that was stopped before its start was stored: only the stop is
+            // due, and what lies in the row is of an earlier level.
             const PosRecord record = state_.Store.Record(p);
-            if (!job.TaggedOnly || record.Tag >= 10) {
-                MakeMoves(p, record, job.Side);
-            }
+            if (p > 0 && (!job.TaggedOnly || record.Tag >= 10)) MakeMoves(p, record, job.Side);
             if (job.TaggedOnly || state_.Batch.Full()) {
                 const Result result = StoreBatch(job.Side);
                 if (result != Result::GoOn) return result;
