@@ -22,6 +22,9 @@ int PlainTwin::Solve(const Board& board) {
     PosChanged = PosDiscarded = SeaSteps = nSol = BucketCnt = 0;
     HashCnt = RHashCnt = 0;
     Kept = {};
+    // Cells beyond the walls are never written again, so nothing of the last level may stay there.
+    ManDist.fill(255);
+    scratch_.fill(1);
     ForwTopEnd.clear();
     BackTopEnd.clear();
     const int refused = AnalyseBoard(board);

@@ -36,8 +36,6 @@ PlainTwin::PlainTwin(std::int32_t numPos, int blocks, int optLevel, int seaType,
     curKey_.resize(At(Blocks + 1));
     primes_ = {1, 2};
     while (primes_.size() < 256) primes_.push_back(static_cast<int>(NextPrime(primes_.back() + 1)));
-    ManDist.fill(255);
-    scratch_.fill(1);
 }
 
 void PlainTwin::ClearStore() {
@@ -104,10 +102,14 @@ int PlainTwin::ProbeAndInsert(std::int32_t parent, int tag, std::uint8_t manByte
         h = h * hashMult_ + curKey_[At(i)];
         if (h >= HashSize) h = h % HashSize + 1;
     }
-    while (true) {
+    // A step that is a multiple of HashSize (an unnamed box in the middle, or a tiny store) comes
+    // back to where it was: once every slot could have been seen there is no room.
+    bool room = false;
+    for (std::int64_t probes = 0; probes <= HashSize; ++probes) {
         if (StopSea) return 8;
         const std::int32_t p = HashHead[At(h)];
-        if (p == 0) break;
+        room = p == 0;
+        if (room) break;
         if (std::equal(curKey_.begin(), curKey_.begin() + NumBoxes + 1, Key(p))) {
             if (PosRec[At(p)].Tag % 10 == tag) return OfferToOwnSide(p, parent, manByte, moves);
             ++nSol;
@@ -120,7 +122,7 @@ int PlainTwin::ProbeAndInsert(std::int32_t parent, int tag, std::uint8_t manByte
         ++RHashCnt;
     }
     if (nSol >= 1) return -1;
-    if (BucketCnt >= NumPos) return 4;
+    if (!room || BucketCnt >= NumPos) return 4;
     ++BucketCnt;
     ++progressTick_;
     lastPos_ = BucketCnt;
