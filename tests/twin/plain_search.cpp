@@ -35,6 +35,11 @@ int PlainTwin::Solve(const Board& board) {
     return SearchRounds();
 }
 
+void PlainTwin::ShowProgressAndYield() {
+    if (OnProgress) OnProgress(BucketCnt);
+    if (OnYield) OnYield();
+}
+
 int PlainTwin::PrepareSearch() {
     const int optLevel = OptLevel;
     OptLevel = 0;
@@ -48,6 +53,7 @@ int PlainTwin::PrepareSearch() {
     Record(BackTopEnd, 1, back_);
     OptLevel = optLevel;
     progressTick_ = BucketCnt;
+    ShowProgressAndYield();
     return result;
 }
 
@@ -88,6 +94,7 @@ int PlainTwin::SearchRounds() {
     }
     ForwLevelCnt = ForwDepth - (LastSide == 1 ? 1 : 0);
     BackLevelCnt = BackDepth - (LastSide == 1 ? 0 : 1);
+    ShowProgressAndYield();
     return result;
 }
 

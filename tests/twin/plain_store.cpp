@@ -86,7 +86,7 @@ int PlainTwin::StorePos(int manNorm, std::int32_t parent, int tag, int man, int 
     const int result = ProbeAndInsert(parent, tag, KeyByte(man), moves);
     if (progressTick_ >= 5000) {
         progressTick_ = 0;
-        if (OnProgress) OnProgress(BucketCnt);
+        ShowProgressAndYield();
     }
     return result;
 }
@@ -96,14 +96,14 @@ int PlainTwin::ProbeAndInsert(std::int32_t parent, int tag, std::uint8_t manByte
     int hashStep = -2;
     if (HashCase == 1) hashStep = -middle;
     if (HashCase == 2) hashStep = -primes_[At(middle)];
+    if (hashStep % HashSize == 0) hashStep = -1;  // it would never leave its slot
 
     std::int64_t h = curKey_[At(NumBoxes)];
     for (int i = NumBoxes - 1; i >= 0; --i) {
         h = h * hashMult_ + curKey_[At(i)];
         if (h >= HashSize) h = h % HashSize + 1;
     }
-    // A step that is a multiple of HashSize (an unnamed box in the middle, or a tiny store) comes
-    // back to where it was: once every slot could have been seen there is no room.
+    // In a store of one position a probe can come round without having met a free slot.
     bool room = false;
     for (std::int64_t probes = 0; probes <= HashSize; ++probes) {
         if (StopSea) return 8;

@@ -49,7 +49,8 @@ struct PlainTwin {
     int SeaType;
     int HashCase;
 
-    // Called for each expanded position, and with BucketCnt every 5000 insertions; may set StopSea.
+    // Yield: for each expanded position and after each progress. Progress, with BucketCnt: every
+    // 5000 insertions, after the preparation and at the end. Both may set StopSea.
     std::function<void()> OnYield;
     std::function<void(std::int32_t)> OnProgress;
     bool StopSea = false;
@@ -130,6 +131,7 @@ struct PlainTwin {
     void MarkPath(std::int32_t a, std::int32_t b);
 
     // plain_search.cpp
+    void ShowProgressAndYield();
     int PrepareSearch();
     int StoreBackwardStarts();
     int SearchRounds();
