@@ -1,0 +1,129 @@
+// The counts that every search of the test levels must give, compared with the solver and, where
+// they are small, with its plain twin.
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/figures.h"
+#include "support/plain_level.h"
+
+namespace kavit::test {
+namespace {
+
+struct Row {
+    std::string Level;
+    Question Asked;
+    std::string Columns;       // from "result" on
+    std::int64_t HashCnt = 0;  // 0 where there was no search
+};
+
+// The rows of the table; empty when the folder is not there.
+std::vector<Row> ReadRows() {
+    std::vector<Row> rows;
+    const auto table = ReadWholeFile(LevelsFolder() + "/expected.tsv");
+    if (!table) return rows;
+    std::istringstream lines(*table);
+    std::string line;
+    std::getline(lines, line);
+    while (std::getline(lines, line)) {
+        Row row;
+        std::istringstream fields(line);
+        fields >> row.Level >> row.Asked.OptLevel >> row.Asked.SeaType >> row.Asked.HashCase >>
+            row.Asked.NumPos;
+        fields.get();
+        std::getline(fields, row.Columns);
+        std::istringstream columns(row.Columns);
+        std::string column;
+        for (int i = 0; i < 8; ++i) columns >> column;
+        if (column != "-") row.HashCnt = std::stoll(column);
+        rows.push_back(std::move(row));
+    }
+    return rows;
+}
+
+std::string Columns(const Figures& f) {
+    std::ostringstream text;
+    text << f.Result;
+    if (f.Result == 0) {
+        text << '\t' << f.SolPushes[1] << '\t' << f.SolMoves[0] << '\t' << f.nSol;
+    } else {
+        text << "\t-\t-\t-";
+    }
+    if (f.Result != 0 && f.Result != 4) return text.str() + "\t-\t-\t-\t-\t-\t-\t-\t-";
+    text << '\t' << f.BucketCnt << '\t' << f.PosChanged << '\t' << f.PosDiscarded << '\t'
+         << f.HashCnt << '\t' << f.RHashCnt << '\t' << f.SeaSteps << '\t' << f.ForwDepth << '\t'
+         << f.BackDepth;
+    return text.str();
+}
+
+template <typename Asker>
+void CompareRow(Row row, const Asker& ask) {
+    const auto text = ReadWholeFile(LevelsFolder() + "/" + row.Level + ".xsb");
+    ASSERT_TRUE(text) << row.Level << " can't be read";
+    Figures figures;
+    figures.Result = static_cast<int>(ReadPlainLevel(*text, row.Asked.Level));
+    if (figures.Result == 0) figures = ask(row.Asked);
+    EXPECT_EQ(Columns(figures), row.Columns) << row.Level << ", " << row.Asked.Text();
+}
+
+// One test for each setting of the table, so that they run side by side.
+struct Setting {
+    const char* Name;
+    int OptLevel, SeaType, HashCase;
+    std::int32_t NumPos;
+};
+
+class Expected : public testing::TestWithParam<Setting> {
+  protected:
+    void SetUp() override {
+        for (Row& row : ReadRows()) {
+            if (row.Asked.OptLevel == GetParam().OptLevel &&
+                row.Asked.SeaType == GetParam().SeaType &&
+                row.Asked.HashCase == GetParam().HashCase &&
+                row.Asked.NumPos == GetParam().NumPos) {
+                rows_.push_back(std::move(row));
+            }
+        }
+        if (rows_.empty()) GTEST_SKIP() << "no expected.tsv in " << LevelsFolder();
+    }
+    std::vector<Row> rows_;
+};
+
+TEST_P(Expected, SolverCountsTheSame) {
+    Solver solver;
+    for (const Row& row : rows_) {
+        CompareRow(row, [&](const Question& asked) { return AskWithSizes(solver, asked); });
+    }
+}
+
+TEST_P(Expected, TwinCountsTheSame) {
+    PlainTwin twin(GetParam().NumPos, 8, 1, 0, 0);
+    int compared = 0;
+    for (const Row& row : rows_) {
+        if (row.HashCnt > 20000) continue;
+        CompareRow(row, [&](const Question& asked) { return Ask(twin, asked); });
+        ++compared;
+    }
+    EXPECT_GE(compared, 50);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Settings, Expected,
+    testing::Values(Setting{"Default", 1, 0, 0, 4000000}, Setting{"OptNone", 0, 0, 0, 4000000},
+                    Setting{"HashCase1", 1, 0, 1, 4000000}, Setting{"HashCase2", 1, 0, 2, 4000000},
+                    Setting{"Forward", 1, 1, 0, 4000000}, Setting{"Backward", 1, 2, 0, 4000000},
+                    Setting{"SmallStore", 1, 0, 0, 500}),
+    [](const auto& setting) { return setting.param.Name; });
+
+TEST(ExpectedTable, EveryRowBelongsToATest) {
+    const std::size_t rows = ReadRows().size();
+    if (rows == 0) GTEST_SKIP() << "no expected.tsv in " << LevelsFolder();
+    EXPECT_EQ(rows, 7U * 88U);
+}
+
+}  // namespace
+}  // namespace kavit::test

@@ -1,0 +1,175 @@
+#include "support/figures.h"
+
+#include <algorithm>
+#include <sstream>
+#include <stdexcept>
+
+#include "solver/level_tables.h"
+#include "solver/position_store.h"
+
+namespace kavit::test {
+
+namespace {
+
+class StoppingHooks : public SolverHooks {
+  public:
+    explicit StoppingHooks(int stopAfter) : left_(stopAfter) { StopSea = stopAfter < 0; }
+    void Yield() override {
+        ++Yields;
+        if (--left_ == 0) StopSea = true;
+    }
+    void ShowProgress(std::int32_t bucketCnt) override { Progress.push_back(bucketCnt); }
+
+    int Yields = 0;
+    std::vector<std::int32_t> Progress;
+
+  private:
+    int left_;
+};
+
+bool Refused(int result) {
+    return result == 1 || result == 2 || result == 9 || result == 14;
+}
+
+}  // namespace
+
+std::string Question::Text() const {
+    std::ostringstream text;
+    text << "NumPos " << NumPos << ", Blocks " << Blocks << ", OptLevel " << OptLevel
+         << ", SeaType " << SeaType << ", HashCase " << HashCase << ", StopAfter " << StopAfter
+         << "\n"
+         << BoardText(Level, "\n");
+    return text.str();
+}
+
+std::string Figures::Text() const {
+    std::ostringstream text;
+    text << "result " << Result << ", nSol " << nSol << ", BucketCnt " << BucketCnt
+         << ", PosChanged " << PosChanged << ", PosDiscarded " << PosDiscarded << ", HashCnt "
+         << HashCnt << ", RHashCnt " << RHashCnt << ", SeaSteps " << SeaSteps << ", depths "
+         << ForwDepth << "/" << BackDepth << ", level counts " << ForwLevelCnt << "/"
+         << BackLevelCnt << ", LastSide " << LastSide << ", HashSize " << HashSize << ", SqCompact "
+         << SqCompact << ", NumBoxes " << NumBoxes;
+    for (std::size_t k = 0; k < 2; ++k) {
+        text << ", kept " << SolMoves[k] << "/" << SolPushes[k] << " at " << SolFoundAt[k];
+    }
+    text << ", yields " << Yields << ", progress";
+    for (const std::int32_t value : Progress) text << " " << value;
+    return text.str();
+}
+
+Figures Ask(Solver& solver, const Question& question) {
+    StoppingHooks hooks(question.StopAfter);
+    const SolverOptions options{question.OptLevel, question.SeaType, question.HashCase, false};
+    Result result = solver.AnalyseBoard(question.Level, options);
+    if (result == Result::Ok) result = solver.Search(hooks);
+    const SearchCounters& c = solver.Counters();
+    Figures f;
+    f.Result = static_cast<int>(result);
+    f.nSol = c.nSol;
+    f.BucketCnt = c.BucketCnt;
+    f.PosChanged = c.PosChanged;
+    f.PosDiscarded = c.PosDiscarded;
+    f.HashCnt = c.HashCnt - kCounterStart;
+    f.RHashCnt = c.RHashCnt - kCounterStart;
+    f.SeaSteps = c.SeaSteps;
+    f.ForwDepth = c.ForwDepth;
+    f.BackDepth = c.BackDepth;
+    f.ForwLevelCnt = c.ForwLevelCnt;
+    f.BackLevelCnt = c.BackLevelCnt;
+    f.LastSide = c.LastSide;
+    f.HashSize = c.HashSize;
+    if (!Refused(f.Result)) {
+        f.SqCompact = c.SqCompact;
+        f.NumBoxes = c.NumBoxes;
+    }
+    for (std::size_t k = 0; k < 2; ++k) {
+        const KeptSolution& kept = solver.Kept(static_cast<int>(k));
+        f.SolMoves[k] = kept.SolMoves;
+        f.SolPushes[k] = kept.SolPushes;
+        f.SolFoundAt[k] = kept.SolFoundAt;
+    }
+    f.Progress = hooks.Progress;
+    f.Yields = hooks.Yields;
+    return f;
+}
+
+Figures Ask(PlainTwin& twin, const Question& question) {
+    int left = question.StopAfter;
+    twin.StopSea = left < 0;
+    Figures f;
+    twin.OnProgress = [&](std::int32_t bucketCnt) { f.Progress.push_back(bucketCnt); };
+    twin.OnYield = [&] {
+        ++f.Yields;
+        if (--left == 0) twin.StopSea = true;
+    };
+    twin.OptLevel = question.OptLevel;
+    twin.SeaType = question.SeaType;
+    twin.HashCase = question.HashCase;
+    f.Result = twin.Solve(question.Level);
+    twin.OnYield = nullptr;
+    twin.OnProgress = nullptr;
+    f.nSol = twin.nSol;
+    f.BucketCnt = twin.BucketCnt;
+    f.PosChanged = twin.PosChanged;
+    f.PosDiscarded = twin.PosDiscarded;
+    f.HashCnt = twin.HashCnt;
+    f.RHashCnt = twin.RHashCnt;
+    f.SeaSteps = twin.SeaSteps;
+    f.ForwDepth = twin.ForwDepth;
+    f.BackDepth = twin.BackDepth;
+    f.ForwLevelCnt = twin.ForwLevelCnt;
+    f.BackLevelCnt = twin.BackLevelCnt;
+    f.LastSide = twin.LastSide;
+    f.HashSize = twin.HashSize;
+    if (!Refused(f.Result)) {
+        f.SqCompact = twin.SqCompact;
+        f.NumBoxes = twin.NumBoxes;
+    }
+    for (std::size_t k = 0; k < 2; ++k) {
+        f.SolMoves[k] = twin.Kept[k].SolMoves;
+        f.SolPushes[k] = twin.Kept[k].SolPushes;
+        f.SolFoundAt[k] = twin.Kept[k].SolFoundAt;
+    }
+    return f;
+}
+
+Figures AskWithSizes(Solver& solver, const Question& question) {
+    const ApplyReply reply = solver.ApplySizes({question.NumPos, question.Blocks, 300});
+    if (!reply.Ok) throw std::runtime_error(std::string(reply.Message));
+    return Ask(solver, question);
+}
+
+std::string StoreDifference(const Solver& solver, const PlainTwin& twin) {
+    std::ostringstream text;
+    const PositionStore& store = solver.Store();
+    for (std::int32_t p = 1; p <= twin.BucketCnt; ++p) {
+        const PosRecord ours = store.Record(p);
+        const PlainRecord& plain = twin.PosRec[static_cast<std::size_t>(p)];
+        const auto key = store.Key(p);
+        if (ours.Tag != plain.Tag || ours.Parent != plain.Parent || ours.Man != plain.Man ||
+            ours.Moves != plain.Moves) {
+            text << "record " << p << ": " << +ours.Tag << " " << ours.Parent << " " << +ours.Man
+                 << " " << ours.Moves << ", twin " << +plain.Tag << " " << plain.Parent << " "
+                 << +plain.Man << " " << plain.Moves;
+            return text.str();
+        }
+        if (!std::equal(key.begin(), key.end(), twin.Key(p), twin.Key(p) + twin.NumBoxes + 1)) {
+            text << "key of position " << p;
+            return text.str();
+        }
+    }
+    const auto compareRuns = [&text](const char* side, const auto& plain, const auto& ours) {
+        for (std::size_t level = 1; level < plain.size(); ++level) {
+            const LevelRun run = LevelTables::Get(ours, static_cast<int>(level), 1);
+            if (run.Top == plain[level][0].Top && run.End == plain[level][0].End) continue;
+            text << side << " run of level " << level << ": " << run.Top << ".." << run.End
+                 << ", twin " << plain[level][0].Top << ".." << plain[level][0].End << "; ";
+        }
+    };
+    compareRuns("forward", twin.ForwTopEnd, solver.Levels().ForwTopEnd);
+    compareRuns("backward", twin.BackTopEnd, solver.Levels().BackTopEnd);
+    return text.str();
+}
+
+}  // namespace kavit::test
