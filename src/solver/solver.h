@@ -16,13 +16,13 @@
 //
 //     #include "solver/solver.h"
 //
-//     kavit::Solver solver;                                   // no memory for positions yet
-//     if (!solver.ApplySizes({4000000, 8, 300}).Ok) return;   // positions, boxes, seconds
-//     kavit::SolverHooks hooks;                               // derive from it for progress and
-//     stop kavit::Result result = solver.AnalyseBoard(board, {});  // refuses with 1, 2, 9 or 14 if
-//     (result == kavit::Result::Ok) result = solver.Search(hooks); if (result == kavit::Result::Ok)
-//     {
-//         solver.OptimizeMoves(hooks);                        // only at OptLevel 2 and 3
+//     kavit::Solver solver;                                  // no memory for positions yet
+//     if (!solver.ApplySizes({4000000, 8, 300}).Ok) return;  // positions, boxes, seconds
+//     kavit::SolverHooks hooks;                              // derive from it to watch and stop
+//     kavit::Result result = solver.AnalyseBoard(board, {});  // refuses with 1, 2, 9 or 14
+//     if (result == kavit::Result::Ok) result = solver.Search(hooks);
+//     if (result == kavit::Result::Ok) {
+//         (void)solver.OptimizeMoves(hooks);  // improves at OptLevel 2 and 3, always harmless
 //         solver.BuildSolutions();
 //         std::puts(solver.Kept(0).SolString.c_str());
 //     }

@@ -1,0 +1,51 @@
+#include "cli/signals.h"
+
+#include <csignal>
+
+namespace kavit {
+
+namespace {
+
+// All that a signal handler can reach; nothing else of the program is global. They point into the
+// command that runs, and to nothing when none does.
+std::atomic<std::atomic<bool>*> interruptedFlag{nullptr};
+std::atomic<std::atomic<bool>*> stopFlag{nullptr};
+
+static_assert(std::atomic<bool>::is_always_lock_free);
+static_assert(std::atomic<std::atomic<bool>*>::is_always_lock_free);
+
+extern "C" void OnSignal(int number) {
+    std::atomic<bool>* const interrupted = interruptedFlag;
+    std::atomic<bool>* const stop = stopFlag;
+    if (interrupted == nullptr || stop == nullptr || interrupted->exchange(true)) {
+        std::signal(number, SIG_DFL);
+        std::raise(number);  // takes effect when the handler returns
+        return;
+    }
+    *stop = true;
+}
+
+void Install(void (*handler)(int)) {
+    struct sigaction action = {};
+    action.sa_handler = handler;
+    sigemptyset(&action.sa_mask);
+    sigaction(SIGINT, &action, nullptr);
+    sigaction(SIGTERM, &action, nullptr);
+}
+
+}  // namespace
+
+SignalGuard::SignalGuard(std::atomic<bool>& interrupted, std::atomic<bool>& stopSea) {
+    interruptedFlag = &interrupted;
+    stopFlag = &stopSea;
+    std::signal(SIGPIPE, SIG_IGN);
+    Install(OnSignal);
+}
+
+SignalGuard::~SignalGuard() {
+    Install(SIG_DFL);
+    interruptedFlag = nullptr;
+    stopFlag = nullptr;
+}
+
+}  // namespace kavit

@@ -1,0 +1,56 @@
+#include "cli/sol_target.h"
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+#include "output/atomic_file.h"
+
+namespace kavit {
+
+namespace fs = std::filesystem;
+
+SolTarget::SolTarget(std::string target, const std::vector<LevelSource>& levels)
+    : target_(std::move(target)), levels_(levels) {
+    std::error_code unknown;
+    folder_ = Wanted() &&
+              (levels.size() > 1 || target_.back() == '/' || fs::is_directory(target_, unknown));
+}
+
+std::string SolTarget::Wrong() const {
+    std::error_code unknown;
+    if (folder_ && fs::exists(target_, unknown) && !fs::is_directory(target_, unknown)) {
+        return ShownName(target_) + " is no folder, which several levels need";
+    }
+    return "";
+}
+
+bool SolTarget::IsLevel(const fs::path& path) const {
+    return std::any_of(levels_.begin(), levels_.end(), [&](const LevelSource& level) {
+        std::error_code unknown;
+        return level.Origin == LevelSource::Kind::File &&
+               fs::equivalent(level.Name, path, unknown) && !unknown;
+    });
+}
+
+std::string SolTarget::WriteTo(const fs::path& path, const LevelReport& report) {
+    const std::string shown = ShownName(path.string());
+    if (IsLevel(path)) return shown + ": this is a level file, it stays as it is";
+    const auto [earlier, isNew] = written_.try_emplace(path, report.Name);
+    if (!isNew) return shown + ": holds the solution of " + ShownName(earlier->second) + " already";
+    if (folder_) {
+        std::error_code failed;
+        fs::create_directories(path.parent_path(), failed);
+        if (failed) return ShownName(path.parent_path().string()) + ": " + failed.message();
+    }
+    return WriteWholeFile(path, SolutionFileText(report.Solve));
+}
+
+void SolTarget::Write(LevelReport& report) {
+    fs::path path = target_;
+    if (folder_) path /= SolutionBaseName(report.Solve) + ".sol";
+    report.SolError = WriteTo(path, report);
+    if (report.SolError.empty()) report.SolFile = path.string();
+}
+
+}  // namespace kavit

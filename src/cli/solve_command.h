@@ -1,0 +1,43 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/exit_status.h"
+#include "cli/level_list.h"
+#include "cli/level_report.h"
+#include "cli/options.h"
+#include "cli/sol_target.h"
+#include "cli/solve_hooks.h"
+#include "cli/standard_streams.h"
+
+namespace kavit {
+
+// The road of every level from its file to its answer: read, analyse, search, optimize, write down.
+// One solver serves all levels, so that the store is made once.
+class SolveCommand {
+  public:
+    explicit SolveCommand(const Options& options);
+
+    [[nodiscard]] ExitStatus Run();
+
+  private:
+    [[nodiscard]] bool ApplyOptions(ExitStatus& status);
+    [[nodiscard]] LevelReport SolveLevel(const LevelSource& source);
+    [[nodiscard]] bool Read(const LevelSource& source, LevelReport& report);
+    void Solve(LevelReport& report);
+    void Optimize(LevelReport& report);
+    void ShowResult(LevelReport& report, Result number) const;
+    void Publish(const LevelReport& report);
+    void TakeStatus(ExitStatus status);
+
+    const Options& options_;
+    std::vector<LevelSource> levels_;
+    Solver solver_;
+    SolveHooks hooks_;
+    SolTarget target_;
+    AnswerStream answers_;
+    ExitStatus status_ = ExitStatus::Solved;
+};
+
+}  // namespace kavit

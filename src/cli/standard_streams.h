@@ -1,0 +1,43 @@
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <streambuf>
+#include <string>
+#include <string_view>
+
+namespace kavit {
+
+// A program may be started with its standard streams closed. The next file that it opens would then
+// take their number, and an answer could end up in a user's file. This fills the gaps with what
+// neither reads nor writes.
+void FillClosedStreams();
+
+// Standard output. A text goes out in one call as far as the system takes it at once, so that the
+// lines of a report are never torn by an end that comes in between.
+class AnswerStream {
+  public:
+    // False when it could not be written; every later call then fails too.
+    bool Write(std::string_view text);
+    [[nodiscard]] bool Failed() const { return error_ != 0; }
+    // Why, or "" for a reader that went away, which is nothing to complain about.
+    [[nodiscard]] std::string Reason() const;
+
+  private:
+    int error_ = 0;
+};
+
+// Standard input, which ends early when `interrupted` was set by a signal.
+class InputBuffer : public std::streambuf {
+  public:
+    explicit InputBuffer(const std::atomic<bool>& interrupted) : interrupted_(interrupted) {}
+
+  protected:
+    int_type underflow() override;
+
+  private:
+    const std::atomic<bool>& interrupted_;
+    std::array<char, 4096> buffer_{};
+};
+
+}  // namespace kavit

@@ -1,0 +1,388 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "level/board.h"
+#include "level/level_reader.h"
+#include "level/replay.h"
+#include "support/program.h"
+#include "support/temp_folder.h"
+
+// kavit-solve as its users meet it: the real program, its streams and its exit status.
+
+namespace {
+
+namespace fs = std::filesystem;
+using Json = nlohmann::json;
+using Strings = std::vector<std::string>;
+
+constexpr const char* kOnePush = "#####\n#@$.#\n#####\n";
+constexpr const char* kThreePushes = "########\n#@ $  .#\n########\n";
+constexpr const char* kTwoBoxes = "######\n#@$ .#\n# $ .#\n######\n";
+// One box can never pass the other.
+constexpr const char* kUnsolvable = "##########\n#@$ $  ..#\n##########\n";
+// Open floor and fifteen boxes: no machine is through with it in the time that a test takes.
+constexpr const char* kEndless =
+    "#################\n#...............#\n#               #\n# $ $ $ $ $ $ $ #\n"
+    "#               #\n# $ $ $ $ $ $ $ #\n#               #\n#       $       #\n"
+    "#       @       #\n#################\n";
+
+class Cli : public ::testing::Test {
+  protected:
+    Cli() {
+        folder_.Write("one.xsb", kOnePush);
+        folder_.Write("three.xsb", kThreePushes);
+        folder_.Write("two.xsb", kTwoBoxes);
+        folder_.Write("none.xsb", kUnsolvable);
+        folder_.Write("solved.xsb", "#####\n#@* #\n#####\n");
+        folder_.Write("corner.xsb", "#####\n#$ @#\n# . #\n#####\n");
+        folder_.Write("nobox.xsb", "#####\n#@. #\n#####\n");
+        folder_.Write("wide.xsb", "####################\n");
+        folder_.Write("letter.xsb", "#####\n#@$.#\n#xy##\n#####\n");
+        folder_.Write("endless.xsb", kEndless);
+        fs::create_directory(folder_.Path("empty"));
+    }
+
+    ProgramRun Run(Strings args, const std::string& input = "") const {
+        ProgramSetup setup;
+        setup.Args = std::move(args);
+        setup.Input = input;
+        setup.Folder = folder_.Path();
+        return RunSolve(setup);
+    }
+
+    TempFolder folder_;
+};
+
+std::vector<Json> Objects(const std::string& out) {
+    std::vector<Json> objects;
+    std::istringstream lines(out);
+    for (std::string line; std::getline(lines, line);) objects.push_back(Json::parse(line));
+    EXPECT_TRUE(out.empty() || out.back() == '\n') << "a torn line";
+    return objects;
+}
+
+std::string FileText(const std::string& name) {
+    std::ifstream file(name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+bool Contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+// The status and, for each level, the number and the words that end its solve.
+TEST_F(Cli, StatusAndResult) {
+    struct Case {
+        Strings Args;
+        int Status;
+        std::vector<int> Results;
+        std::string LastMessage;
+    };
+    const Case cases[] = {
+        {{"one.xsb", "three.xsb"}, 0, {0, 0}, "Solution:  4/3"},
+        {{"--opt-level", "0", "--search", "forward", "--hash", "2", "three.xsb"},
+         0,
+         {0},
+         "Solution:  4/3"},
+        {{"--blocks", "1", "two.xsb"}, 2, {1}, "This program is limited to  1 boxes"},
+        {{"nobox.xsb"}, 2, {2}, "Strange mapping ???"},
+        {{"solved.xsb"}, 2, {9}, "Problem already solved"},
+        {{"corner.xsb"}, 2, {14}, "There is, at least, one frozen block"},
+        {{"none.xsb"}, 3, {3}, "There is no solution !"},
+        {{"--max-positions", "1", "two.xsb"}, 4, {4}, "Out of memory before a solution"},
+        {{"--max-time", "1", "--blocks", "15", "--max-positions", "12000000", "endless.xsb"},
+         8,
+         {8},
+         "Time Out"},
+        {{""}, 5, {101}, "Nothing to Open"},
+        {{"empty"}, 5, {101}, "Nothing to Open"},
+        {{"wide.xsb"}, 5, {104}, "Width puzzle exceed the maximum (19)"},
+        {{"missing.xsb"}, 5, {106}, "can't open file, try again"},
+        {{"--strict", "letter.xsb"}, 5, {106}, "can't open file, try again"},
+        {{"letter.xsb"}, 0, {0}, "Solution:  1/1"},
+        // The first level that was not solved decides; all are tried.
+        {{"one.xsb", "none.xsb", "missing.xsb", "solved.xsb", "one.xsb"},
+         3,
+         {0, 3, 106, 9, 0},
+         "Solution:  1/1"},
+    };
+    for (const Case& c : cases) {
+        Strings args = {"--json"};
+        args.insert(args.end(), c.Args.begin(), c.Args.end());
+        const ProgramRun run = Run(args);
+        SCOPED_TRACE(::testing::PrintToString(args) + "\n" + run.Out + run.Err);
+        EXPECT_EQ(run.Status, c.Status);
+        const std::vector<Json> objects = Objects(run.Out);
+        std::vector<int> results;
+        for (const Json& object : objects) results.push_back(object.at("result").get<int>());
+        EXPECT_EQ(results, c.Results);
+        if (!objects.empty()) {
+            EXPECT_EQ(objects.back().at("message"), c.LastMessage);
+        }
+    }
+}
+
+TEST_F(Cli, TextAnswer) {
+    const ProgramRun run = Run({"three.xsb", "corner.xsb", "missing.xsb"});
+    EXPECT_EQ(run.Status, 2);
+    EXPECT_EQ(run.Err,
+              "kavit-solve: missing.xsb: can't open file, try again: "
+              "No such file or directory\n");
+    const std::string seconds =
+        std::regex_replace(run.Out, std::regex("[0-9.]+ search"), "S search");
+    const std::string memory =
+        std::regex_replace(seconds, std::regex("[0-9.]+ bytes a position"), "M bytes a position");
+    EXPECT_EQ(memory,
+              "three.xsb\n\n########\n#@ $  .#\n########\n\n"
+              "Solution:  4/3  on  1 analyzed\n\nrRRR\n\n"
+              "levels      3 (0 forward, 3 backward)\n"
+              "positions   4 stored of 4000000 (0.0 %), 5 offered\n"
+              "duplicates  0 improved, 0 dropped\n"
+              "hash table  0.0 % full, 0 re-probes (0.00 an offer)\n"
+              "memory      M bytes a position\n"
+              "seconds     S search\n\n"
+              "corner.xsb\n\n#####\n#$ @#\n# . #\n#####\n\n"
+              "There is, at least, one frozen block\n\n");
+}
+
+TEST_F(Cli, JsonFields) {
+    const std::string strange = "str\xff\n\"nge.xsb";
+    folder_.Write(strange, kTwoBoxes);
+    const ProgramRun run = Run({"--json", strange, "none.xsb", "wide.xsb"});
+    const std::vector<Json> objects = Objects(run.Out);
+    ASSERT_EQ(objects.size(), 3U) << run.Out << run.Err;
+    EXPECT_EQ(objects[0].at("level"), "str\xef\xbf\xbd\n\"nge.xsb");
+    for (const Json& object : objects) {
+        const bool solved = object.at("result") == 0;
+        for (const char* field : {"SolMoves", "SolPushes", "SolFoundAt", "SolPhase", "SolString"}) {
+            SCOPED_TRACE(field);
+            ASSERT_EQ(object.at(field).size(), 2U);
+            EXPECT_EQ(object.at(field)[0].is_null(), !solved);
+            EXPECT_EQ(object.at(field)[1].is_null(), !solved);
+        }
+        for (const char* field :
+             {"nSol", "BucketCnt", "PosChanged", "PosDiscarded", "HashCnt", "RHashCnt", "SeaSteps",
+              "ForwDepth", "BackDepth", "LastSide", "HashSize", "seconds", "bytesPerPosition"}) {
+            SCOPED_TRACE(field);
+            ASSERT_TRUE(object.at(field).is_number());
+            EXPECT_GE(object.at(field).get<double>(), 0);
+        }
+        EXPECT_TRUE(object.at("SqCompact").is_boolean());
+        EXPECT_EQ(object.at("movesProved"), false);
+    }
+    EXPECT_EQ(objects[2].at("reason"), "line 1, column 20");
+
+    kavit::Board board;
+    ASSERT_TRUE(kavit::ReadLevelFile(folder_.Path(strange), board, {}).Loaded());
+    for (const std::size_t k : {0U, 1U}) {
+        const kavit::ReplayOutcome played =
+            kavit::Replay(board, objects[0].at("SolString")[k].get<std::string>());
+        EXPECT_TRUE(played.Solved);
+        EXPECT_EQ(played.Moves, objects[0].at("SolMoves")[k]);
+        EXPECT_EQ(played.Pushes, objects[0].at("SolPushes")[k]);
+    }
+}
+
+TEST_F(Cli, WrongUsage) {
+    struct Case {
+        Strings Args;
+        std::string Says;
+    };
+    const Case cases[] = {
+        {{}, "LEVEL"},
+        {{"-", "-"}, "- may be given once"},
+        {{"--nonsense", "one.xsb"}, "--nonsense"},
+        {{"--search", "up", "one.xsb"}, "--search: 'up'"},
+        {{"--max-positions", "0", "one.xsb"}, "--max-positions: '0' is not"},
+        {{"--max-positions", "2147483648", "one.xsb"}, "from 1 to 2147483647"},
+        {{"--max-positions", "99999999999999999999", "one.xsb"}, "from 1 to 2147483647"},
+        {{"--max-positions", "1e6", "one.xsb"}, "--max-positions: '1e6'"},
+        {{"--blocks", "-1", "one.xsb"}, "--blocks: '-1'"},
+        {{"--blocks", "32768", "one.xsb"}, "from 1 to 32767"},
+        {{"--max-time", "86401", "one.xsb"}, "from 1 to 86400"},
+        {{"--max-time", "", "one.xsb"}, "--max-time: ''"},
+        {{"--opt-level", "4", "one.xsb"}, "from 0 to 3"},
+        {{"--hash", "3", "one.xsb"}, "from 0 to 2"},
+        {{"--sol", "", "one.xsb"}, "--sol"},
+        {{"--sol", "one.xsb", "two.xsb", "three.xsb"}, "--sol: one.xsb"},
+    };
+    for (const Case& c : cases) {
+        const ProgramRun run = Run(c.Args);
+        SCOPED_TRACE(::testing::PrintToString(c.Args));
+        EXPECT_EQ(run.Status, 1);
+        EXPECT_EQ(run.Out, "");
+        EXPECT_TRUE(Contains(run.Err, c.Says)) << run.Err;
+    }
+    for (const char* option : {"--help", "--version"}) {
+        const ProgramRun run = Run({option, "one.xsb"});
+        EXPECT_EQ(run.Status, 0);
+        EXPECT_TRUE(Contains(run.Out, "kavit-solve")) << run.Out;
+        EXPECT_EQ(run.Err, "");
+    }
+    EXPECT_EQ(FileText(folder_.Path("one.xsb")), kOnePush);
+}
+
+// No machine gives that much; it must say so at once and not be killed later.
+TEST_F(Cli, SizesThatNoMachineHas) {
+    const ProgramRun run = Run({"--max-positions", "2147483647", "--blocks", "32767", "one.xsb"});
+    EXPECT_EQ(run.Status, 4) << run.Out;
+    EXPECT_TRUE(Contains(run.Err, "Insuficient Memory")) << run.Err;
+}
+
+TEST_F(Cli, WhereLevelsComeFrom) {
+    fs::create_directory(folder_.Path("set"));
+    for (const char* name :
+         {"lev10.xsb", "lev9.XSB", "lev010b.xsb", "a.txt", ".hidden.xsb", "b.xsb"}) {
+        folder_.Write(std::string("set/") + name, kOnePush);
+    }
+    fs::create_directory(folder_.Path("set/folder.xsb"));
+    const ProgramRun run = Run({"--json", "set/", "-", "empty"}, kThreePushes);
+    Strings names;
+    for (const Json& object : Objects(run.Out)) names.push_back(object.at("level"));
+    EXPECT_EQ(names, Strings({"set/b.xsb", "set/lev9.XSB", "set/lev10.xsb", "set/lev010b.xsb", "-",
+                              "empty"}));
+    EXPECT_EQ(run.Status, 5);
+    EXPECT_TRUE(Contains(run.Err, "empty: Nothing to Open: no .xsb files")) << run.Err;
+}
+
+TEST_F(Cli, InvalidCharacters) {
+    const ProgramRun taken = Run({"letter.xsb"});
+    EXPECT_EQ(taken.Status, 0);
+    EXPECT_EQ(taken.Err,
+              "kavit-solve: letter.xsb: line 3, column 2: Invalid char 'x' in Xsb; Assumed Space\n"
+              "kavit-solve: letter.xsb: 1 more of that kind\n");
+    const ProgramRun refused = Run({"--strict", "letter.xsb"});
+    EXPECT_EQ(refused.Status, 5);
+    EXPECT_TRUE(Contains(refused.Err, "Invalid char 'x' in Xsb, line 3, column 2")) << refused.Err;
+}
+
+// Which files are there afterwards, what goes wrong, and the status.
+TEST_F(Cli, SolutionFiles) {
+    struct Case {
+        Strings Args;
+        int Status;
+        Strings Files;
+        std::string Says;
+    };
+    const Case cases[] = {
+        {{"--sol", "x", "one.xsb"}, 0, {"x"}, ""},
+        {{"--sol", "new/dir/", "one.xsb"}, 0, {"new/dir/one.sol"}, ""},
+        {{"--sol", "empty", "one.xsb", "none.xsb"}, 3, {"empty/one.sol"}, ""},
+        {{"--sol", "all", "one.xsb", "two.xsb"}, 0, {"all/one.sol", "all/two.sol"}, ""},
+        {{"--sol", "e/", "--expert", "--hash", "2", "--opt-level", "0", "one.xsb"},
+         0,
+         {"e/one_none_2.sol"},
+         ""},
+        {{"--sol", "in/", "-"}, 0, {"in/standard-input.sol"}, ""},
+        {{"--sol", "one.xsb", "one.xsb"}, 7, {}, "one.xsb: this is a level file"},
+        {{"--sol", "twice", "one.xsb", "./one.xsb", "two.xsb"},
+         7,
+         {"twice/one.sol", "twice/two.sol"},
+         "twice/one.sol: holds the solution of one.xsb"},
+        {{"--sol", "missing/x", "one.xsb"}, 7, {}, "missing/x"},
+        {{"--sol", "/proc/nothing/", "one.xsb", "none.xsb"}, 3, {}, "/proc/nothing"},
+    };
+    for (const Case& c : cases) {
+        const ProgramRun run = Run(c.Args, kOnePush);
+        SCOPED_TRACE(::testing::PrintToString(c.Args) + run.Err);
+        EXPECT_EQ(run.Status, c.Status);
+        EXPECT_TRUE(Contains(run.Out, "\nR\n")) << "the answer itself: " << run.Out;
+        EXPECT_TRUE(Contains(run.Err, c.Says));
+        EXPECT_EQ(run.Err.empty(), c.Says.empty());
+        for (const std::string& file : c.Files) {
+            EXPECT_TRUE(Contains(FileText(folder_.Path(file)), "\\RESULT: ")) << file;
+        }
+    }
+    EXPECT_EQ(FileText(folder_.Path("one.xsb")), kOnePush);
+    EXPECT_FALSE(Contains(FileText(folder_.Path("x")), "HashCnt"));
+    EXPECT_TRUE(Contains(FileText(folder_.Path("e/one_none_2.sol")), "\\HashCnt: "));
+    EXPECT_TRUE(Contains(FileText(folder_.Path("in/standard-input.sol")), "#@$.#\r\n"));
+}
+
+// A reader that goes away is nothing to talk about; a disk that is full is.
+TEST_F(Cli, StandardOutputThatFails) {
+    struct Case {
+        ProgramSetup::Stdout Out;
+        std::string Says;
+    };
+    const Case cases[] = {
+        {ProgramSetup::Stdout::ClosedReader, ""},
+        {ProgramSetup::Stdout::Closed, "standard output: Bad file descriptor"},
+        {ProgramSetup::Stdout::Full, "standard output: No space left on device"},
+    };
+    for (const Case& c : cases) {
+        ProgramSetup setup;
+        setup.Args = {"--sol", "s/", "one.xsb", "two.xsb"};
+        setup.Folder = folder_.Path();
+        setup.Out = c.Out;
+        const ProgramRun run = RunSolve(setup);
+        EXPECT_EQ(run.Status, 7);
+        EXPECT_TRUE(Contains(run.Err, c.Says)) << run.Err;
+        EXPECT_EQ(run.Err.empty(), c.Says.empty()) << run.Err;
+        EXPECT_FALSE(Contains(FileText(folder_.Path("s/one.sol")), "positions"));
+        EXPECT_FALSE(fs::exists(folder_.Path("s/two.sol"))) << "it went on without a reader";
+    }
+}
+
+// The progress bar shows that the search runs: then the signal comes, once or twice.
+TEST_F(Cli, SignalsAndProgress) {
+    for (const int number : {SIGINT, SIGTERM}) {
+        ProgramSetup setup;
+        setup.Args = {"--json",   "--blocks", "15",          "--max-positions",
+                      "12000000", "one.xsb",  "endless.xsb", "two.xsb"};
+        setup.Folder = folder_.Path();
+        setup.ErrTerminal = true;
+        bool sent = false;
+        setup.OnErr = [&](pid_t program, const std::string& err) {
+            if (!sent && Contains(err, " positions, level ")) kill(program, number);
+            sent = sent || Contains(err, " positions, level ");
+        };
+        const ProgramRun run = RunSolve(setup);
+        EXPECT_EQ(run.Status, 8);
+        EXPECT_TRUE(sent) << "no progress bar: " << run.Err;
+        EXPECT_TRUE(Contains(run.Err, "stopped before two.xsb")) << run.Err;
+        const std::vector<Json> objects = Objects(run.Out);
+        ASSERT_EQ(objects.size(), 2U) << run.Out;
+        EXPECT_EQ(objects[1].at("result"), 8);
+        EXPECT_EQ(objects[1].at("message"), "Interrupted by user !");
+        EXPECT_GT(objects[1].at("BucketCnt"), 0);
+    }
+}
+
+TEST_F(Cli, SecondSignalEndsAtOnce) {
+    ProgramSetup setup;
+    setup.Args = {"one.xsb", "missing.xsb", "-"};
+    setup.Folder = folder_.Path();
+    setup.HoldInput = true;
+    int sent = 0;
+    setup.OnErr = [&](pid_t program, const std::string& err) {
+        if (!Contains(err, "missing.xsb") || sent++ > 0) return;
+        kill(program, SIGINT);
+    };
+    const ProgramRun once = RunSolve(setup);
+    // The first one ends the wait for input, as it ends a search; what was known is there.
+    EXPECT_EQ(once.Status, 5) << once.Err;
+    EXPECT_TRUE(Contains(once.Out, "\nR\n"));
+
+    sent = 0;
+    setup.OnErr = [&](pid_t program, const std::string& err) {
+        if (!Contains(err, "missing.xsb") || sent++ > 0) return;
+        kill(program, SIGSTOP);  // both wait for it, and arrive together
+        kill(program, SIGINT);
+        kill(program, SIGTERM);
+        kill(program, SIGCONT);
+    };
+    EXPECT_GE(RunSolve(setup).Status, 128);
+}
+
+}  // namespace

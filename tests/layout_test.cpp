@@ -1,0 +1,96 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <regex>
+#include <set>
+#include <string>
+
+// The folders know each other in one direction only, and only the window knows its toolkit.
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::map<std::string, std::set<std::string>> kMayInclude = {
+    {"level", {"level"}},
+    {"solver", {"level", "solver"}},
+    {"output", {"level", "solver", "output"}},
+    {"cli", {"level", "solver", "output", "cli"}},
+    {"app", {"level", "solver", "output", "app"}},
+};
+
+// What comes from elsewhere, by the start of its name, and who may use it.
+const std::map<std::string, std::set<std::string>> kForeign = {
+    {"Q", {"app"}},
+    {"CLI/", {"cli"}},
+    {"nlohmann/", {"cli"}},
+};
+
+// "" or what is wrong with one include of a folder. Headers of the standard library have neither a
+// capital letter nor, but for those of the system, a folder.
+std::string Objection(const std::string& folder, const std::string& file, bool quoted) {
+    if (quoted) {
+        const std::string other = file.substr(0, file.find('/'));
+        if (file.find('/') == std::string::npos) return "names no folder";
+        return kMayInclude.at(folder).count(other) > 0 ? "" : "against the arrows";
+    }
+    for (const auto& [start, users] : kForeign) {
+        if (file.rfind(start, 0) == 0) return users.count(folder) > 0 ? "" : "not known here";
+    }
+    static const std::regex standard("(sys/)?[a-z0-9_]+(\\.h)?");
+    return std::regex_match(file, standard) ? "" : "neither standard nor on the list";
+}
+
+TEST(Layout, IncludesFollowTheArrows) {
+    const std::regex include("^\\s*#\\s*include\\s*([<\"])([^>\"]+)[>\"].*");
+    int seen = 0;
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(KAVIT_SOURCE_FOLDER)) {
+        const std::string extension = entry.path().extension().string();
+        if (extension != ".h" && extension != ".cpp") continue;
+        const std::string folder =
+            fs::relative(entry.path(), KAVIT_SOURCE_FOLDER).begin()->string();
+        ASSERT_EQ(kMayInclude.count(folder), 1U) << entry.path() << " is in no known folder";
+        std::ifstream file(entry.path());
+        int number = 0;
+        for (std::string line; std::getline(file, line);) {
+            ++number;
+            std::smatch match;
+            if (!std::regex_match(line, match, include)) continue;
+            ++seen;
+            EXPECT_EQ(Objection(folder, match[2], match[1] == "\""), "")
+                << entry.path() << ":" << number << ": " << line;
+        }
+    }
+    EXPECT_GT(seen, 100);
+}
+
+TEST(Layout, ObjectsToWhatItShould) {
+    struct Case {
+        const char* Folder;
+        const char* File;
+        bool Quoted;
+        bool Allowed;
+    };
+    const Case cases[] = {
+        {"solver", "level/board.h", true, true},
+        {"level", "solver/solver.h", true, false},
+        {"output", "app/window.h", true, false},
+        {"cli", "app/window.h", true, false},
+        {"level", "board.h", true, false},
+        {"app", "QWidget", false, true},
+        {"output", "QString", false, false},
+        {"cli", "CLI/CLI.hpp", false, true},
+        {"solver", "nlohmann/json.hpp", false, false},
+        {"solver", "sys/mman.h", false, true},
+        {"level", "vector", false, true},
+        {"level", "boost/any.hpp", false, false},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(Objection(c.Folder, c.File, c.Quoted).empty(), c.Allowed) << c.File;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+// What became of a program that was run.
+struct ProgramRun {
+    int Status = -1;  // as a shell would say it: 128 + the number of a signal that killed it
+    std::string Out;
+    std::string Err;
+};
+
+// How it is run. Streams are pipes unless something else is asked for.
+struct ProgramSetup {
+    enum class Stdout { Read, ClosedReader, Closed, Full };
+
+    std::vector<std::string> Args;
+    std::string Input;
+    bool HoldInput = false;    // standard input stays open and silent
+    bool ErrTerminal = false;  // standard error is a terminal
+    Stdout Out = Stdout::Read;
+    std::string Folder;  // to run in
+    // Called whenever something came from its standard error, with all of it so far.
+    std::function<void(pid_t, const std::string&)> OnErr;
+};
+
+// Runs kavit-solve to its end.
+[[nodiscard]] ProgramRun RunSolve(const ProgramSetup& setup);
