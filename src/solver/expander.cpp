@@ -5,19 +5,17 @@
 namespace kavit {
 
 std::unique_ptr<Expander> MakeExpander(SearchState& state) {
-    const int words = (Grid(state.Arrays).BitCount + 63) / 64;
-    switch (words) {
-        case 1:
-            return std::make_unique<ExpanderOf<1>>(state);
-        case 2:
-            return std::make_unique<ExpanderOf<2>>(state);
-        case 3:
-            return std::make_unique<ExpanderOf<3>>(state);
-        case 4:
-            return std::make_unique<ExpanderOf<4>>(state);
-        default:
-            return std::make_unique<ExpanderOf<5>>(state);
+    switch (Grid(state.Arrays).BoardShape) {
+        case Grid::Shape::kRows16x8:
+            return std::make_unique<ExpanderOf<RowBits<1, 1>>>(state);
+        case Grid::Shape::kRows8x16:
+            return std::make_unique<ExpanderOf<RowBits<2, 1>>>(state);
+        case Grid::Shape::kRows16x16:
+            return std::make_unique<ExpanderOf<RowBits<2, 2>>>(state);
+        case Grid::Shape::kRows16x32:
+            break;
     }
+    return std::make_unique<ExpanderOf<RowBits<4, 4>>>(state);
 }
 
 }  // namespace kavit

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <vector>
 
-#include "solver/bits.h"
 #include "solver/expander.h"
 #include "solver/freeze.h"
 #include "solver/man_region.h"
@@ -13,16 +13,15 @@
 
 namespace kavit {
 
-// Expander for levels of N words. Successors of several positions are made ahead and stored in
-// order (offers.h); whatever a caller can see, the hooks included, happens at the storing end.
-template <int N>
+// Expander for the levels of one shape of the bit board. Successors of several positions are made
+// ahead and stored in order (offers.h); whatever a caller can see, the hooks included, happens at
+// the storing end.
+template <typename Set>
 class ExpanderOf final : public Expander {
   public:
-    using Set = Bits<N>;
-
     explicit ExpanderOf(SearchState& state)
         : state_(state), grid_(state.Arrays), region_(grid_), freeze_(grid_) {
-        for (const int bit : grid_.LiveBits) live_.Set(bit);
+        for (const int bit : grid_.LiveBits) live_ = live_ | region_.Single(bit);
         state_.Batch.StartSearch(state_.Store);
     }
 
@@ -54,11 +53,11 @@ class ExpanderOf final : public Expander {
             key[n++] = state_.Arrays.KeyByte(c);
             const int bit = grid_.CellToBit[At(c)];
             if (bit < 0) continue;
-            boxes.Set(bit);
+            boxes = boxes | region_.Single(bit);
             mix ^= grid_.BoxMix[At(bit)];
         }
         const int man = grid_.CellToBit[At(start.ManCell)];
-        const int norm = region_.Fill(Set::Of(man), region_.Inside - boxes).Lowest();
+        const int norm = region_.FillLowest(region_.Single(man), region_.Inside() - boxes, -1);
         key[state_.Store.KeyLength() - 1] = grid_.ManByte(norm);
         Offer& offer = state_.Batch.At(i);
         offer.Mix = mix ^ grid_.ManMix[At(norm)];
@@ -71,11 +70,11 @@ class ExpanderOf final : public Expander {
     [[nodiscard]] int Walk(const std::uint8_t* key, std::uint8_t from, std::uint8_t to) override {
         const Set free = FreeCells(key);
         const int target = grid_.KeyToBit[to];
-        Set seen = Set::Of(grid_.KeyToBit[from]);
+        Set seen = region_.Single(grid_.KeyToBit[from]);
         Set front = seen;
         for (int steps = 0;; ++steps) {
             if (front.Has(target)) return steps;
-            front = (region_.Around(front) & free) - seen;
+            front = (front.Around() & free) - seen;
             if (!front.Any()) throw SolverFault("Internal error: the man cannot walk to a meeting");
             seen = seen | front;
         }
@@ -107,7 +106,8 @@ class ExpanderOf final : public Expander {
         std::sort(waiting.begin(), waiting.end(),
                   [](const ManCost& a, const ManCost& b) { return a.Cost < b.Cost; });
         Set asked;
-        for (const ManCost& target : targets) asked.Set(grid_.KeyToBit[target.Man]);
+        for (const ManCost& target : targets)
+            asked = asked | region_.Single(grid_.KeyToBit[target.Man]);
         std::size_t next = 0;
         Set front;
         Set seen;
@@ -118,12 +118,14 @@ class ExpanderOf final : public Expander {
                 cost = std::max(cost, waiting[next].Cost);
             }
             for (; next < waiting.size() && waiting[next].Cost == cost; ++next)
-                front.Set(grid_.KeyToBit[waiting[next].Man]);
+                front = front | region_.Single(grid_.KeyToBit[waiting[next].Man]);
             front = front - seen;
             seen = seen | front;
-            for (Set reached = front & asked; reached.Any();) cost_[At(reached.PopLowest())] = cost;
+            const Set reached = front & asked;
+            for (int bit = reached.Lowest(); bit >= 0; bit = reached.LowestAbove(bit))
+                cost_[At(bit)] = cost;
             asked = asked - front;
-            front = (region_.Around(front) & free) - seen;
+            front = (front.Around() & free) - seen;
         }
         for (ManCost& target : targets) target.Cost = cost_[At(grid_.KeyToBit[target.Man])];
     }
@@ -153,7 +155,7 @@ class ExpanderOf final : public Expander {
     void Unpack(std::int32_t p, const PosRecord& record) {
         key_ = state_.Store.KeyAt(p);
         boxCount_ = state_.Store.KeyLength() - 1;
-        boxSet_ = Set{};
+        Set boxSet;
         mix_ = 0;
         std::size_t statics = 0;
         for (int i = 0; i < boxCount_; ++i) {
@@ -163,49 +165,55 @@ class ExpanderOf final : public Expander {
                 continue;
             }
             boxes_[At(i)] = {bit, grid_.BitToCell[At(bit)]};
-            boxSet_.Set(bit);
+            boxSet = boxSet | region_.Single(bit);
             freeze_.PutBox(bit);
             mix_ ^= grid_.BoxMix[At(bit)];
         }
-        free_ = region_.Inside - boxSet_;
-        FillManDist(grid_.KeyToBit[record.Man]);
+        boxSet_ = boxSet;
+        FillManDist(grid_.KeyToBit[record.Man], region_.Inside() - boxSet);
     }
 
-    // Distances (1 for the man's own square) of the cells beside boxes; no others are asked for.
-    void FillManDist(int man) {
-        const Set beside = region_.Around(boxSet_) & free_;
-        Set front = Set::Of(man);
+    // One front per walk length. Only the distances of cells behind boxes are ever asked for, so
+    // they are looked up in the fronts when they are (DistanceTo), not written down for every cell.
+    void FillManDist(int man, const Set& free) {
+        Set front = region_.Single(man);
         Set seen = front;
-        for (std::uint8_t depth = 1; front.Any(); ++depth) {
-            for (Set asked = front & beside; asked.Any();) manDist_[At(asked.PopLowest())] = depth;
-            front = (region_.Around(front) & free_) - seen;
+        std::size_t depth = 0;
+        do {
+            fronts_[depth++] = front;
+            front = (front.Around() & free) - seen;
             seen = seen | front;
-        }
-        reach_ = ManRegion<N>::MakeReach(seen);
+        } while (front.Any());
+        reach_ = ManRegion<Set>::MakeReach(free, seen);
+    }
+    // 1 for the man's own square; the cell must be in his reach.
+    [[nodiscard]] int DistanceTo(int bit) const {
+        std::size_t depth = 0;
+        while (!fronts_[depth].Has(bit)) ++depth;
+        return static_cast<int>(depth) + 1;
     }
 
-    // The directions in which each box may go, as one set of boxes per direction.
+    // The directions in which a box may go, one bit each, out of one set of boxes per direction.
+    static unsigned Directions(const std::array<Set, 4>& movable, int bit) {
+        return movable[0].Bit(bit) | movable[1].Bit(bit) << 1 | movable[2].Bit(bit) << 2 |
+               movable[3].Bit(bit) << 3;
+    }
+
     void MakePushes(const PosRecord& record) {
         std::array<Set, 4> pushable;
-        const Set open = free_ & live_;
+        const Set open = reach_.Free & live_;
         for (int d = 0; d < 4; ++d)
             pushable[At(d)] = boxSet_ & region_.Shift(reach_.Cells, d) & region_.Shift(open, d ^ 2);
-        const Set any = pushable[0] | pushable[1] | pushable[2] | pushable[3];
         for (int i = 0; i < boxCount_; ++i) {
             const int from = boxes_[At(i)].Bit;
-            if (from < 0 || !any.Has(from)) continue;
-            for (int d = 0; d < 4; ++d) {
-                if (!pushable[At(d)].Has(from)) continue;
+            if (from < 0) continue;
+            for (unsigned left = Directions(pushable, from); left != 0; left &= left - 1) {
+                const int d = std::countr_zero(left);
                 const int to = from + grid_.Step[At(d)];
-                freeze_.TakeBox(from);
-                freeze_.PutBox(to);
-                const bool frozen = freeze_.Frozen(to);
-                freeze_.TakeBox(to);
-                freeze_.PutBox(from);
-                if (frozen) continue;
-                const int norm = region_.AfterPush(reach_, free_, from, d);
-                const int moves = manDist_[At(from - grid_.Step[At(d)])] + record.Moves;
-                AddOffer(i, d, to, norm, from, from - grid_.Step[At(d)], moves);
+                if (freeze_.FrozenAfter(from, to)) continue;
+                const int norm = region_.AfterPush(reach_, from, d);
+                const int stand = from - grid_.Step[At(d)];
+                AddOffer(i, d, to, norm, from, stand, DistanceTo(stand) + record.Moves);
             }
         }
     }
@@ -218,15 +226,14 @@ class ExpanderOf final : public Expander {
             const Set beside = region_.Shift(reach_.Cells, d ^ 2);
             pullable[At(d)] = boxSet_ & beside & region_.Shift(beside, d ^ 2);
         }
-        const Set any = pullable[0] | pullable[1] | pullable[2] | pullable[3];
         for (int i = 0; i < boxCount_; ++i) {
             const int from = boxes_[At(i)].Bit;
-            if (from < 0 || !any.Has(from)) continue;
-            for (int d = 0; d < 4; ++d) {
-                if (!pullable[At(d)].Has(from)) continue;
+            if (from < 0) continue;
+            for (unsigned left = Directions(pullable, from); left != 0; left &= left - 1) {
+                const int d = std::countr_zero(left);
                 const int to = from + grid_.Step[At(d)];
-                const int norm = region_.AfterPull(reach_, free_, from, d);
-                const int moves = firstPull ? 1 : manDist_[At(to)] + record.Moves;
+                const int norm = region_.AfterPull(reach_, from, d);
+                const int moves = firstPull ? 1 : DistanceTo(to) + record.Moves;
                 AddOffer(i, d, to, norm, to + grid_.Step[At(d)], to, moves);
             }
         }
@@ -237,7 +244,8 @@ class ExpanderOf final : public Expander {
     void AddOffer(int i, int direction, int to, int norm, int man, int beside, int moves) {
         const int index = state_.Batch.Add();
         std::uint8_t* key = state_.Batch.KeyOf(index);
-        std::memcpy(key, key_, At(boxCount_));
+        // In whole words; both keys have 8 bytes to spare.
+        for (int byte = 0; byte < boxCount_; byte += 8) std::memcpy(key + byte, key_ + byte, 8);
         const std::int16_t cell = grid_.BitToCell[At(to)];
         int at = i;
         if (direction == 1)
@@ -256,9 +264,9 @@ class ExpanderOf final : public Expander {
     }
 
     [[nodiscard]] Set FreeCells(const std::uint8_t* key) const {
-        Set free = region_.Inside;
+        Set free = region_.Inside();
         for (int i = 0; i + 1 < state_.Store.KeyLength(); ++i)
-            if (grid_.KeyToBit[key[i]] >= 0) free.Reset(grid_.KeyToBit[key[i]]);
+            if (grid_.KeyToBit[key[i]] >= 0) free = free - region_.Single(grid_.KeyToBit[key[i]]);
         return free;
     }
 
@@ -303,7 +311,7 @@ class ExpanderOf final : public Expander {
 
     SearchState& state_;
     Grid grid_;
-    ManRegion<N> region_;
+    ManRegion<Set> region_;
     FreezeBoard freeze_;
     Set live_;
 
@@ -312,10 +320,9 @@ class ExpanderOf final : public Expander {
     int boxCount_ = 0;
     std::array<Box, kCells> boxes_{};
     Set boxSet_;
-    Set free_;
     std::uint32_t mix_ = 0;
-    typename ManRegion<N>::Reach reach_;
-    std::array<std::uint8_t, Grid::kMaxBits> manDist_{};
+    typename ManRegion<Set>::Reach reach_;
+    std::array<Set, 256> fronts_;  // the longest walk has 253 steps
 
     // Scratch of SpreadCosts.
     std::array<int, Grid::kMaxBits> cost_{};

@@ -12,7 +12,7 @@ namespace kavit {
 // vertical axis and are let go after three looks.
 class FreezeBoard {
   public:
-    explicit FreezeBoard(const Grid& grid) : width_(grid.Width) {
+    explicit FreezeBoard(const Grid& grid) : width_(grid.LaneBits) {
         content_.fill(kWallHere);
         for (const int bit : grid.InsideBits) content_[At(bit)] = kFreeHere;
         for (const int bit : grid.DeadBits) dead_[At(bit)] = 1;
@@ -21,10 +21,20 @@ class FreezeBoard {
     void PutBox(int bit) { content_[At(bit)] = kBoxHere; }
     void TakeBox(int bit) { content_[At(bit)] = kFreeHere; }
 
-    // The box on `bit` is frozen in a group that is not all on goals.
-    [[nodiscard]] bool Frozen(int bit) {
-        bool notOnGoal = false;
-        return Blocked(bit, width_, notOnGoal) && Blocked(bit, -1, notOnGoal) && notOnGoal;
+    // The box that is pushed from `from` to `to` is frozen there, in a group that is not all on
+    // goals. Leaves the board as it was.
+    [[nodiscard]] bool FrozenAfter(int from, int to) {
+        content_[At(from)] = kFreeHere;
+        const std::uint8_t above = content_[At(to - width_)];
+        const std::uint8_t below = content_[At(to + width_)];
+        bool frozen = false;
+        if ((above | below | (dead_[At(to - width_)] & dead_[At(to + width_)])) != 0) {
+            bool notOnGoal = false;
+            frozen = Blocked(to, width_, notOnGoal) && Blocked(to, -1, notOnGoal) && notOnGoal;
+            content_[At(to)] = kFreeHere;
+        }
+        content_[At(from)] = kBoxHere;
+        return frozen;
     }
 
   private:

@@ -21,34 +21,26 @@ class WordSource {
     std::uint64_t state_ = 0x243f6a8885a308d3U;
 };
 
-std::array<bool, 256> MakeRingConnected() {
-    constexpr std::array<int, 8> circle = {0, 1, 2, 4, 7, 6, 5, 3};  // once around the centre
-    std::array<bool, 256> connected{};
-    for (unsigned ring = 0; ring < 256; ++ring) {
-        const auto free = [&](std::size_t i) { return (ring >> circle[i % 8] & 1U) != 0; };
-        // Runs of free cells around the circle that hold a side neighbour.
-        int groups = 0;
-        bool whole = true;
-        for (std::size_t i = 0; i < 8; ++i) {
-            whole = whole && free(i);
-            if (!free(i) || free(i + 7)) continue;  // not the start of a run
-            bool side = false;
-            for (std::size_t j = i; free(j) && j < i + 8; ++j)
-                side = side || circle[j % 8] == 1 || circle[j % 8] == 3 || circle[j % 8] == 4 ||
-                       circle[j % 8] == 6;
-            groups += side ? 1 : 0;
-        }
-        connected[ring] = whole || groups <= 1;
+Grid::Shape SmallestShape(int rows, int cols) {
+    if (cols <= 7) return Grid::Shape::kRows16x8;
+    if (cols <= 15) return rows <= 8 ? Grid::Shape::kRows8x16 : Grid::Shape::kRows16x16;
+    return Grid::Shape::kRows16x32;
+}
+
+int LaneBitsOf(Grid::Shape shape) {
+    switch (shape) {
+        case Grid::Shape::kRows16x8:
+            return 8;
+        case Grid::Shape::kRows8x16:
+        case Grid::Shape::kRows16x16:
+            return 16;
+        case Grid::Shape::kRows16x32:
+            break;
     }
-    return connected;
+    return 32;
 }
 
 }  // namespace
-
-const std::array<bool, 256>& RingConnected() {
-    static const std::array<bool, 256> table = MakeRingConnected();
-    return table;
-}
 
 Grid::Grid(const BoardArrays& arrays) {
     CellToBit.fill(-1);
@@ -61,9 +53,9 @@ Grid::Grid(const BoardArrays& arrays) {
         maxCol = std::max(maxCol, c % Maxcol);
     }
     const int minRow = arrays.FirstIn / Maxcol;
-    Width = maxCol - minCol + 2;
-    BitCount = (arrays.LastIn / Maxcol - minRow + 2) * Width;
-    Step = {-1, Width, 1, -Width};
+    BoardShape = SmallestShape(arrays.LastIn / Maxcol - minRow + 1, maxCol - minCol + 1);
+    LaneBits = LaneBitsOf(BoardShape);
+    Step = {-1, LaneBits, 1, -LaneBits};
 
     WordSource words;
     for (int c = 0; c < kCells; ++c) {
@@ -72,7 +64,7 @@ Grid::Grid(const BoardArrays& arrays) {
                 StaticCells.push_back(static_cast<std::int16_t>(c));
             continue;
         }
-        const int bit = (c / Maxcol - minRow + 1) * Width + c % Maxcol - minCol + 1;
+        const int bit = (c / Maxcol - minRow) * LaneBits + c % Maxcol - minCol;
         const auto at = static_cast<std::size_t>(bit);
         CellToBit[static_cast<std::size_t>(c)] = static_cast<std::int16_t>(bit);
         BitToCell[at] = static_cast<std::int16_t>(c);

@@ -22,7 +22,8 @@ class SolverHooks {
     virtual void ShowSide(char side) { (void)side; }
     // Status message.
     virtual void ShowMsg(Result message) { (void)message; }
-    // Called once per expanded position (some ten million times a second at most): must be cheap.
+    // Called once per expanded position and after every progress value, some ten million times a
+    // second at most: must be cheap.
     virtual void Yield() {}
 
     // Ends the search or the optimizer before the next position or insertion.

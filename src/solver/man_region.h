@@ -3,8 +3,8 @@
 #include <array>
 #include <cstdint>
 
-#include "solver/bits.h"
 #include "solver/grid.h"
+#include "solver/row_bits.h"
 
 namespace kavit {
 
@@ -12,133 +12,110 @@ namespace kavit {
 //
 // A search asks for the normalised man square of every successor: the smallest cell of the region
 // that he can reach after the move. The plain answer is a fill for each successor. But a move frees
-// one cell (the box's old one) and blocks one (its new one), so the region is nearly always the
-// parent's, less the one cell and plus the other, and its smallest cell is one of three. Whether it
+// one cell (the box's old one) and blocks one (its new one), so the region is mostly the parent's,
+// less the one cell and plus the other, and its smallest cell is one of three. Whether it
 // is so is read off the cells around the two: the blocked cell divides nothing when its free
 // neighbours hang together around it, and the freed cell joins nothing new when all of its
-// free neighbours were in the region before. Only what is left over, about one successor in ten, is
-// filled.
-template <int N>
-struct ManRegion {
-    using Set = Bits<N>;
-
-    // The parent's region.
+// free neighbours were in the region before. Only what is left over, a third of the successors in
+// levels made of corridors, is filled, and only as far as the answer needs.
+template <typename Set>
+class ManRegion {
+  public:
+    // The parent: the free cells, those that the man can reach, and the two smallest of them.
     struct Reach {
+        Set Free;
+        typename Set::Rows FreeRows;
         Set Cells;
-        int First = -1;   // its two smallest cells
-        int Second = -1;  // -1 when it has only one
+        Set Other;  // free, but out of his reach
+        int First = -1;
+        int Second = -1;  // -1 when there is only one
     };
 
-    explicit ManRegion(const Grid& grid) : Width(grid.Width), Step(grid.Step) {
-        for (const int bit : grid.InsideBits) Inside.Set(bit);
+    explicit ManRegion(const Grid& grid) : step_(grid.Step) {
+        for (const int bit : grid.InsideBits) {
+            single_[Index(bit + kPad)] = Set::Of(bit);
+            inside_ = inside_ | Single(bit);
+        }
     }
 
-    int Width;
-    std::array<int, 4> Step;
-    Set Inside;
+    // The set of one inside cell, ready made: a register load where a set put together bit by bit
+    // would have to wait for its own store. Empty for other cells, those one
+    // step off the board included.
+    [[nodiscard]] const Set& Single(int bit) const { return single_[Index(bit + kPad)]; }
 
-    [[nodiscard]] Set Shift(const Set& set, int direction) const {
+    [[nodiscard]] const Set& Inside() const { return inside_; }
+    [[gnu::always_inline]] static inline Set Shift(const Set& set, int direction) {
         switch (direction) {
             case 0:
-                return set.Down(1);
+                return set.Left();
             case 1:
-                return set.Up(Width);
+                return set.Down();
             case 2:
-                return set.Up(1);
+                return set.Right();
             default:
-                return set.Down(Width);
+                return set.Up();
         }
     }
-    [[nodiscard]] Set Around(const Set& set) const {
-        return set.Up(1) | set.Down(1) | set.Up(Width) | set.Down(Width);
+    static Reach MakeReach(const Set& free, const Set& cells) {
+        const int first = cells.Lowest();
+        return {free,  typename Set::Rows(free), cells, free - cells,
+                first, cells.LowestAbove(first)};
     }
-    [[nodiscard]] static Reach MakeReach(const Set& cells) {
-        Reach reach{cells, cells.Lowest(), -1};
-        Set rest = cells;
-        if (reach.First >= 0) rest.Reset(reach.First);
-        reach.Second = rest.Lowest();
-        return reach;
-    }
-    // The cells reached from the seed through free cells.
-    [[nodiscard]] Set Fill(Set seed, const Set& free) const {
-        for (;;) {
-            const Set next = seed | (Around(seed) & free);
-            if (next == seed) return seed;
-            seed = next;
-        }
-    }
-    // Its smallest cell. `hoped`, where it is not -1, is known to be the smallest that can come:
-    // the fill ends when it is reached.
+    // The smallest cell reached from the seed through free cells. `hoped`, where it is not -1, is
+    // known to be the smallest that can come: the fill ends when it is reached.
     [[nodiscard]] int FillLowest(Set seed, const Set& free, int hoped) const {
+        const Set goal = hoped >= 0 ? Single(hoped) : Set{};
+        Set front = seed;
         for (;;) {
-            if (hoped >= 0 && seed.Has(hoped)) return hoped;
-            const Set next = seed | (Around(seed) & free);
-            if (next == seed) return seed.Lowest();
-            seed = next;
+            front = (front.Around() & free) - seed;
+            if (!front.Any()) return seed.Lowest();
+            if ((front & goal).Any()) return hoped;
+            seed = seed | front;
         }
-    }
-    // The free cells around a cell, as an index of RingConnected.
-    [[nodiscard]] unsigned Ring(const Set& free, int bit) const {
-        const std::uint64_t window = free.Window(bit - Width - 1);
-        const std::uint64_t middle = window >> Width;
-        const std::uint64_t below = middle >> Width;
-        return static_cast<unsigned>((window & 7U) | (middle & 1U) << 3 | (middle & 4U) << 2 |
-                                     (below & 7U) << 5);
     }
 
     // The smallest cell of the man's region after he has pushed the box from `from` one step in
-    // the direction; he stands on `from`. `free` and `reach` are the parent's.
-    [[nodiscard]] int AfterPush(const Reach& reach, const Set& free, int from,
-                                int direction) const {
-        const int to = from + Step[Index(direction)];
-        const int side = Step[Index(direction ^ 1)];
-        bool joins = false;
-        for (const int n : {from + side, from - side})
-            joins = joins || (free.Has(n) && !reach.Cells.Has(n));
-        Set after = free;
-        after.Set(from);
-        after.Reset(to);
-        const auto& connected = RingConnected();
-        const bool divides =
-            reach.Cells.Has(to) && !connected[Ring(free, to)] && !connected[Ring(after, to)];
+    // the direction; he stands on `from`.
+    [[nodiscard]] int AfterPush(const Reach& reach, int from, int direction) const {
+        const int to = from + step_[Index(direction)];
+        const int side = step_[Index(direction ^ 1)];
+        const bool joins = (reach.Other & (Single(from + side) | Single(from - side))).Any();
+        bool divides = false;
+        if (reach.Cells.Has(to)) {
+            const unsigned ring = reach.FreeRows.Ring(to);
+            divides = !kRingConnected[ring] && !kRingConnected[ring | RingBehind(direction)];
+        }
         const int hoped = Smaller(reach, to, from);
         if (!joins && !divides) return hoped;
-        Set seed = Set::Of(from);
-        if (!divides) {
-            seed = seed | reach.Cells;
-            seed.Reset(to);
-        }
-        return FillLowest(seed, after, joins ? -1 : hoped);
+        if (!joins && from == hoped) return hoped;
+        const Set free = (reach.Free | Single(from)) - Single(to);
+        const Set seed = divides ? Single(from) : (reach.Cells | Single(from)) - Single(to);
+        return FillLowest(seed, free, joins ? -1 : hoped);
     }
 
     // The same after he has pulled the box from `from` one step in the direction; he stands one
     // cell further on.
-    [[nodiscard]] int AfterPull(const Reach& reach, const Set& free, int from,
-                                int direction) const {
-        const int step = Step[Index(direction)];
+    [[nodiscard]] int AfterPull(const Reach& reach, int from, int direction) const {
+        const int step = step_[Index(direction)];
         const int to = from + step;
-        const int side = Step[Index(direction ^ 1)];
-        bool touches = false;  // the freed cell touches the region, the blocked cell left aside
-        bool joins = false;    // and something that was not in it
-        for (const int n : {from - step, from + side, from - side}) {
-            if (!free.Has(n)) continue;
-            (reach.Cells.Has(n) ? touches : joins) = true;
-        }
-        Set after = free;
-        after.Set(from);
-        after.Reset(to);
-        const auto& connected = RingConnected();
-        const bool around = connected[Ring(after, to)];
-        if (around || connected[Ring(free, to)]) {
-            // The region stays whole; the freed cell belongs to it when it touches it.
-            if (!around && !touches) return reach.First == to ? reach.Second : reach.First;
-            if (!joins) return Smaller(reach, to, from);
-            Set seed = reach.Cells;
-            seed.Reset(to);
-            seed.Set(from);
-            return FillLowest(seed, after, -1);
-        }
-        return FillLowest(Set::Of(to + step), after, joins ? -1 : Smaller(reach, to, from));
+        const int man = to + step;
+        const int side = step_[Index(direction ^ 1)];
+        // The freed cell touches the region, the blocked cell left aside; and something else.
+        const Set beside = Single(from - step) | Single(from + side) | Single(from - side);
+        const bool touches = (reach.Cells & beside).Any();
+        const bool joins = (reach.Other & beside).Any();
+        const unsigned ring = reach.FreeRows.Ring(to);
+        const bool around = kRingConnected[ring | RingBehind(direction)];
+        const bool whole = around || kRingConnected[ring];
+        const int least = reach.First == to ? reach.Second : reach.First;
+        // The region stays whole; the freed cell belongs to it when it touches it.
+        if (whole && !around && !touches) return least;
+        const int hoped = Smaller(reach, to, from);
+        if (whole && !joins) return hoped;
+        if (!joins && man == hoped) return man;
+        const Set free = (reach.Free | Single(from)) - Single(to);
+        const Set seed = whole ? (reach.Cells | Single(from)) - Single(to) : Single(man);
+        return FillLowest(seed, free, joins ? -1 : hoped);
     }
 
   private:
@@ -148,6 +125,16 @@ struct ManRegion {
         const int first = reach.First == lost ? reach.Second : reach.First;
         return first >= 0 && first < won ? first : won;
     }
+    // The ring's cell that lies against the direction.
+    static unsigned RingBehind(int direction) {
+        constexpr std::array<unsigned, 4> behind = {1U << 4, 1U << 1, 1U << 3, 1U << 6};
+        return behind[Index(direction)];
+    }
+
+    std::array<int, 4> step_;
+    Set inside_;
+    static constexpr int kPad = Set::kLaneBits;
+    std::array<Set, static_cast<std::size_t>(Set::kBits + 2 * kPad)> single_{};
 };
 
 }  // namespace kavit

@@ -73,10 +73,19 @@ class PositionStore {
     [[nodiscard]] const std::uint8_t* KeyAt(std::int32_t pos) const {
         return reinterpret_cast<const std::uint8_t*>(Row(pos)) + sizeof(PosRecord);
     }
+    // Positions are appended in order; 8 bytes behind the key must be readable.
     void Append(std::int32_t pos, const PosRecord& record, const std::uint8_t* key) {
         std::byte* row = Row(pos);
-        std::memcpy(row, &record, sizeof record);
-        std::memcpy(row + sizeof record, key, static_cast<std::size_t>(keyLength_));
+        // One store for the record: put together in memory, it would be read back before its bytes
+        // have arrived.
+        const std::uint64_t packed = std::uint64_t{static_cast<std::uint32_t>(record.Parent)} |
+                                     std::uint64_t{static_cast<std::uint16_t>(record.Moves)} << 32 |
+                                     std::uint64_t{record.Man} << 48 |
+                                     std::uint64_t{record.Tag} << 56;
+        std::memcpy(row, &packed, sizeof packed);
+        // Whole words: what they write behind the key belongs to no position yet.
+        for (int byte = 0; byte < keyLength_; byte += 8)
+            std::memcpy(row + sizeof packed + static_cast<std::size_t>(byte), key + byte, 8);
     }
     // The position's key equals `key`, behind which 8 bytes must be readable. Compared in whole
     // words, the last one cut to the key's end.
