@@ -324,6 +324,25 @@ TEST_F(ShellTest, FolderOfLevels) {
     EXPECT_EQ(view.Quits, 1) << "Cancel on an invalid character ends the program";
 }
 
+TEST_F(ShellTest, ExamplesOtherAndNext) {
+    shell->ExampleCommand(11);
+    EXPECT_EQ(view.TakeBox(), "No previus name");
+    shell->ExampleCommand(1);
+    EXPECT_EQ(view.TakeBox(), "file 01-first-steps.xsb Not found");
+    folder.Write("01-first-steps.xsb", kEasy);
+    shell->ExampleCommand(1);
+    EXPECT_EQ(view.Title, "kavit 01-first-steps");
+    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+    folder.Write("lev09.xsb", kEasy);
+    folder.Write("lev10.xsb", kEasy);
+    view.Typed = "lev09";
+    shell->ExampleCommand(10);
+    EXPECT_EQ(view.Title, "kavit lev09");
+    shell->ExampleCommand(11);
+    EXPECT_EQ(view.Title, "kavit lev10");
+    EXPECT_EQ(view.TakeBox(), "");
+}
+
 TEST_F(ShellTest, LevelThatFailsAfterAGoodOne) {
     Solve();
     Load("wide.xsb", "#####################\n");

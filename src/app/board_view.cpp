@@ -63,16 +63,38 @@ void BoardView::paintEvent(QPaintEvent* event) {
 
 void BoardView::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton) return QWidget::mousePressEvent(event);
-    downCell_ = CellAt(event->position().toPoint());
+    dragged_ = event->position();
+    downCell_ = CellAt(dragged_.toPoint());
     if (downCell_ >= 0) emit CellDown(downCell_);
 }
 
+// A fast pointer skips squares: the way is walked in steps below a square, and each new square of
+// it is told once.
 void BoardView::mouseMoveEvent(QMouseEvent* event) {
     if (downCell_ < 0 || !(event->buttons() & Qt::LeftButton)) return;
-    const QPointF offset = event->position() - QPointF(CellRect(downCell_).topLeft());
+    const QPointF from = dragged_;
+    const QPointF way = event->position() - from;
+    dragged_ = event->position();
+    const int steps =
+        1 + static_cast<int>(std::max(std::abs(way.x()), std::abs(way.y())) / (0.5 * edge_));
+    for (int step = 1; step <= steps; ++step) {
+        const QPoint before = Units(from + way * (step - 1) / steps);
+        const QPoint now = Units(from + way * step / steps);
+        const auto square = [](int units) {
+            return (units + 1000 * kUnitsPerCell) / kUnitsPerCell;
+        };
+        if (square(before.x()) == square(now.x()) && square(before.y()) == square(now.y()))
+            continue;
+        emit CellMove(downCell_, now.x(), now.y());
+    }
+}
+
+// From the corner of the cell where the button went down.
+QPoint BoardView::Units(const QPointF& point) const {
+    const QPointF offset = point - QPointF(CellRect(downCell_).topLeft());
     const qreal scale = static_cast<qreal>(kUnitsPerCell) / edge_;
-    emit CellMove(downCell_, static_cast<int>(std::floor(offset.x() * scale)),
-                  static_cast<int>(std::floor(offset.y() * scale)));
+    return {static_cast<int>(std::floor(offset.x() * scale)),
+            static_cast<int>(std::floor(offset.y() * scale))};
 }
 
 void BoardView::mouseReleaseEvent(QMouseEvent* event) {

@@ -46,11 +46,14 @@ class BoardView : public QWidget {
     void mouseReleaseEvent(QMouseEvent* event) override;
 
   private:
+    [[nodiscard]] QPoint Units(const QPointF& point) const;
+
     std::array<Picture, kCells> pictures_{};
     PictureSet art_;
     int edge_ = kLeastCell;
     QPoint origin_;
     int downCell_ = -1;
+    QPointF dragged_;  // where the pointer was last while the button is down
     qint64 cellsPainted_ = 0;
 };
 

@@ -50,6 +50,7 @@ MainWindow::MainWindow(std::string program, std::filesystem::path folder,
     shell_ = std::make_unique<Shell>(*view_, *clock_, program_, folder_);
     ConnectButtons();
     CreateShortcuts();
+    OrderFocus();
 }
 
 MainWindow::~MainWindow() = default;
@@ -230,6 +231,23 @@ void MainWindow::LayOut() {
     setCentralWidget(center);
     side_->setMinimumWidth(side_->sizeHint().width());  // the panel must not move the board
     resize(sizeHint().boundedTo(screen()->availableSize() * 9 / 10));
+}
+
+// Commands first, then what they work on; the status lines, which only show, come last.
+void MainWindow::OrderFocus() {
+    QStringList names = {QStringLiteral("btnSOLVE"), QStringLiteral("btnANIM"),
+                         QStringLiteral("btnCLEAR")};
+    for (int i = 0; i < 10; ++i) names += QStringLiteral("ImgEdit%1").arg(i);
+    for (int i = 0; i < 5; ++i) names += QStringLiteral("btnMover%1").arg(i);
+    for (int i = 0; i < 5; ++i) names += QStringLiteral("btnSpMov%1").arg(i);
+    for (const char* name : {"cmbMemory", "cmbBlocks", "cmbTime", "chkWriteSol", "chkNoWriteSol",
+                             "frmbtnApply", "frmbtnCancel", "rtxtImport", "txtLeft", "txtRight"}) {
+        names += QLatin1String(name);
+    }
+    for (qsizetype i = 1; i < names.size(); ++i) {
+        setTabOrder(findChild<QWidget*>(names[i - 1]), findChild<QWidget*>(names[i]));
+    }
+    findChild<QWidget*>(names[0])->setFocus();
 }
 
 void MainWindow::ConnectButtons() {

@@ -50,6 +50,7 @@ class MainWindow : public QMainWindow {
     void CreateTimers();
     void CreateShortcuts();
     void LayOut();
+    void OrderFocus();
     void ConnectButtons();
     void ConnectMenus();
     QLabel* AddLabel(const char* name, const QString& accessibleName, const QString& tip);

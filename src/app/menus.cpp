@@ -63,7 +63,8 @@ void Menus::MakeFile() {
         ->setShortcut(QKeySequence::Save);
     file->addSeparator();
     AddEntry(file, "mnuEditBoard"_L1, tr("&Edit Board"), tr("Draw on the board"))
-        ->setShortcut(Qt::CTRL | Qt::Key_E);
+        // F2 as well: Ctrl+E is a cursor key while a text field has the focus.
+        ->setShortcuts({Qt::CTRL | Qt::Key_E, Qt::Key_F2});
     AddEntry(file, "mnuImport"_L1, tr("&Import"), tr("Paste or type the text of a level"))
         ->setShortcut(Qt::CTRL | Qt::Key_I);
     file->addSeparator();

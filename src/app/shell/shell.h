@@ -227,6 +227,7 @@ class Shell final : private SolverHooks {
     std::int32_t progress_ = 0;
     char side_ = 0;
     char shownSide_ = 0;
+    unsigned breaths_ = 0;  // times that events came through
 };
 
 }  // namespace kavit

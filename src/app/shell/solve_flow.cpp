@@ -123,7 +123,14 @@ bool Shell::SearchEnded(Result result) {
 
 void Shell::RunOptimizer() {
     seaPhase_ = 2;
-    const Result result = solver_.OptimizeMoves(*this);
+    Result result = Result::GoOn;
+    try {
+        result = solver_.OptimizeMoves(*this);
+    } catch (const SolverFault& fault) {
+        // What the search found holds all the same.
+        Say(fault.what());
+        StopSea = true;
+    }
     watch_.Finish(clock_.SecondsOfDay());
     seaResult_ = result;
     if (static_cast<int>(result) < 1) {

@@ -4,6 +4,11 @@
 // What the search tells while it runs. Progress comes far more often than anyone can read, so it is
 // only noted; it reaches the window when events are processed.
 namespace kavit {
+namespace {
+
+constexpr int kBreathsPerShow = 5;
+
+}  // namespace
 
 void Shell::ShowProgress(std::int32_t bucketCnt) {
     progress_ = bucketCnt;
@@ -19,7 +24,8 @@ void Shell::Yield() {
 
 void Shell::BreatheAt(double nowMs) {
     if (!pacer_.DueAt(nowMs)) return;
-    FlushProgress();
+    // Drawing costs more than looking for events, and nobody reads more than ten numbers a second.
+    if (++breaths_ % kBreathsPerShow == 0) FlushProgress();
     view_.ProcessEvents();
     pacer_.Yielded(clock_.Milliseconds());
 }
