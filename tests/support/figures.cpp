@@ -60,7 +60,8 @@ std::string Figures::Text() const {
 
 Figures Ask(Solver& solver, const Question& question) {
     StoppingHooks hooks(question.StopAfter);
-    const SolverOptions options{question.OptLevel, question.SeaType, question.HashCase, false};
+    const SolverOptions options{question.OptLevel, question.SeaType, question.HashCase,
+                                question.OptSpecial};
     Result result = solver.AnalyseBoard(question.Level, options);
     if (result == Result::Ok) result = solver.Search(hooks);
     const SearchCounters& c = solver.Counters();

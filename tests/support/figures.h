@@ -19,6 +19,7 @@ struct Question {
     int OptLevel = 1;
     int SeaType = 0;
     int HashCase = 0;
+    bool OptSpecial = false;  // no search sees it, only the optimizer
     int StopAfter = 0;  // sets StopSea at this expanded position; 0 never, -1 before the search
 
     [[nodiscard]] std::string Text() const;

@@ -1,0 +1,207 @@
+#include "fuzz/fuzz_check.h"
+
+#include <algorithm>
+#include <sstream>
+#include <stdexcept>
+
+#include "level/replay.h"
+#include "support/plain_oracle.h"
+
+namespace kavit::test {
+
+namespace {
+
+constexpr std::size_t kOracleStates = 20000;
+
+// Thrown by a check that fails.
+struct Wrong {
+    FuzzFailure Failure;
+};
+
+void Require(bool holds, const std::string& what, const std::string& detail = "") {
+    if (!holds) throw Wrong{{what, detail}};
+}
+
+class StopAt final : public SolverHooks {
+  public:
+    explicit StopAt(int yields) : left_(yields) { StopSea = yields < 0; }
+    void Yield() override {
+        if (--left_ == 0) StopSea = true;
+    }
+
+  private:
+    int left_;
+};
+
+// All that the optimizer moves, as text.
+std::string PassText(const Solver& solver, Result pass) {
+    const SearchCounters& c = solver.Counters();
+    std::ostringstream text;
+    text << "pass " << static_cast<int>(pass) << ", BucketCnt " << c.BucketCnt << ", PosChanged "
+         << c.PosChanged << ", PosDiscarded " << c.PosDiscarded << ", nSol " << c.nSol << "/"
+         << c.nSolSearch << ", HashCnt " << c.HashCnt << ", RHashCnt " << c.RHashCnt << ", levels "
+         << c.ForwLevel << "/" << c.BackLevel << ", OptimumPushes " << c.OptimumPushes
+         << ", MovesProved " << c.MovesProved;
+    for (const int k : {0, 1}) {
+        const KeptSolution& kept = solver.Kept(k);
+        text << ", kept " << kept.SolMoves << "/" << kept.SolPushes << " phase " << kept.SolPhase
+             << " at " << kept.SolFoundAt << "/" << kept.SolFoundAtSearch << " " << kept.SolString;
+    }
+    return text.str();
+}
+
+void CheckKept(const Solver& solver, const Board& level) {
+    for (const int k : {0, 1}) {
+        const KeptSolution& kept = solver.Kept(k);
+        const ReplayOutcome replay = Replay(level, kept.SolString);
+        Require(replay.Solved, "a string that does not replay", kept.SolString + " " + replay.What);
+        Require(replay.Moves == kept.SolMoves && replay.Pushes == kept.SolPushes,
+                "a string that is not as long as it says", kept.SolString);
+    }
+    Require(solver.Kept(0).SolMoves <= solver.Kept(1).SolMoves, "solution 0 has more moves than 1");
+    Require(solver.Kept(1).SolPushes <= solver.Kept(0).SolPushes,
+            "solution 1 has more pushes than 0");
+}
+
+// The optimizer, the strings and what can be said of them without knowing the level.
+std::string Finish(Solver& solver, const FuzzSolve& solve, const Figures& search,
+                   FuzzTally& tally) {
+    StopAt hooks(solve.StopPassAfter);
+    const Result pass = solver.OptimizeMoves(hooks);
+    solver.BuildSolutions();
+    const std::string text = PassText(solver, pass);
+    const SearchCounters& c = solver.Counters();
+    CheckKept(solver, solve.Ask.Level);
+    Require(solver.Kept(0).SolMoves <= search.SolMoves[0] &&
+                solver.Kept(1).SolMoves <= search.SolMoves[1] &&
+                solver.Kept(1).SolPushes == search.SolPushes[1],
+            "the optimizer lost a better solution", text);
+    Require(c.MovesProved == (solve.Ask.OptLevel == 3 && pass == Result::GoOn),
+            "MovesProved where it is not due, or the other way round", text);
+    if (solve.Ask.OptLevel < 2) {
+        Require(pass == Result::GoOn && c.BucketCnt == search.BucketCnt && c.nSolSearch == 0,
+                "the optimizer ran without being asked", text);
+    }
+    switch (pass) {
+        case Result::GoOn:
+            break;
+        case Result::Stopped:
+            ++tally.PassesStopped;
+            Require(solve.StopPassAfter != 0, "the optimizer stopped by itself", text);
+            break;
+        case Result::OutOfMemory:
+            ++tally.PassesFull;
+            Require(c.BucketCnt == solve.Ask.NumPos, "out of memory with room left", text);
+            break;
+        default:
+            Require(false, "a result that the optimizer does not have", text);
+    }
+    tally.Proved += c.MovesProved ? 1 : 0;
+    return text;
+}
+
+// What can be said of a search that ended early.
+void CheckEarlyEnd(const FuzzSolve& solve, const Figures& search) {
+    if (search.Result == 8)
+        Require(solve.Ask.StopAfter != 0, "the search stopped by itself", search.Text());
+    if (search.Result == 4)
+        Require(search.BucketCnt == solve.Ask.NumPos, "out of memory with room left",
+                search.Text());
+}
+
+void CompareWithOracle(const Solver& solver, const Figures& search, const OracleAnswer& truth) {
+    if (truth.Verdict == OracleVerdict::TooBig) return;
+    const std::string detail = search.Text() + "; the game: " + std::to_string(truth.Pushes) +
+                               " pushes, " + std::to_string(truth.Moves) + " moves";
+    const bool solvable = truth.Verdict == OracleVerdict::Solvable;
+    if (search.Result != 0) {
+        Require(!solvable, "a level with a solution refused", detail);
+        return;
+    }
+    Require(solvable, "a solution of a level that has none", detail);
+    const KeptSolution& kept = solver.Kept(1);
+    Require(kept.SolPushes == truth.Pushes, "not the fewest pushes", detail);
+    Require(kept.SolMoves >= truth.Moves, "fewer moves than there can be", detail);
+    if (solver.Counters().MovesProved)
+        Require(kept.SolMoves == truth.Moves, "proved, but not the fewest moves",
+                PassText(solver, Result::GoOn) + "; " + detail);
+}
+
+void Count(OracleVerdict verdict, FuzzTally& tally) {
+    switch (verdict) {
+        case OracleVerdict::Solvable:
+            ++tally.Solvable;
+            break;
+        case OracleVerdict::Unsolvable:
+            ++tally.Unsolvable;
+            break;
+        case OracleVerdict::TooBig:
+            ++tally.TooBig;
+            break;
+    }
+}
+
+// One solve and all its checks; its counts as text.
+std::string SolveAndCheck(Solver& solver, const FuzzSolve& solve, FuzzTally& tally) {
+    const Figures search = AskWithSizes(solver, solve.Ask);
+    PlainTwin twin(solve.Ask.NumPos, solve.Ask.Blocks, 0, 0, 0);
+    const Figures plain = Ask(twin, solve.Ask);
+    Require(search == plain, "not what the twin counts", search.Text() + "\ntwin " + plain.Text());
+    const std::string difference = StoreDifference(solver, twin);
+    Require(difference.empty(), "not what the twin stores", difference);
+    ++tally.TwinAgreed;
+    ++tally.Results[search.Result];
+    const int result = search.Result;
+    std::string text = search.Text();
+    if (result == 0) text.append("\n").append(Finish(solver, solve, search, tally));
+    CheckEarlyEnd(solve, search);
+    if (result == 0 || result == 3 || result == 14) {
+        const OracleAnswer truth = AskOracle(solve.Ask.Level, kOracleStates);
+        Count(truth.Verdict, tally);
+        CompareWithOracle(solver, search, truth);
+    }
+    return text;
+}
+
+// The same without the checks.
+std::string SolveAgain(Solver& solver, const FuzzSolve& solve) {
+    const Figures search = AskWithSizes(solver, solve.Ask);
+    FuzzTally ignored;
+    std::string text = search.Text();
+    if (search.Result == 0) text.append("\n").append(Finish(solver, solve, search, ignored));
+    return text;
+}
+
+}  // namespace
+
+std::string FuzzTally::Text() const {
+    std::ostringstream text;
+    text << Cases << " cases; solves by result:";
+    for (const auto& [result, count] : Results) text << " " << result << ": " << count;
+    text << "; by the whole game: " << Solvable << " solvable, " << Unsolvable << " not, " << TooBig
+         << " too big; " << TwinAgreed << " counted by the twin; " << Proved
+         << " proofs of the fewest moves; passes stopped: " << PassesStopped
+         << ", out of memory: " << PassesFull;
+    return text.str();
+}
+
+FuzzFailure CheckCase(const FuzzCase& fuzzCase, FuzzTally& tally) {
+    ++tally.Cases;
+    try {
+        Solver solver;
+        std::string first;
+        for (const FuzzSolve& solve : fuzzCase.Solves) {
+            const std::string text = SolveAndCheck(solver, solve, tally);
+            if (first.empty()) first = text;
+        }
+        const std::string again = SolveAgain(solver, fuzzCase.Solves.front());
+        Require(again == first, "the same question, another answer", first + "\nagain " + again);
+    } catch (const Wrong& wrong) {
+        return wrong.Failure;
+    } catch (const std::exception& fault) {
+        return {"an exception", fault.what()};
+    }
+    return {};
+}
+
+}  // namespace kavit::test
