@@ -167,13 +167,16 @@ ReadReply CantOpenReply(std::string reason) {
 
 std::string InvalidCharText(std::string_view character) {
     std::string shown(character);
-    if (character.size() == 1) {
-        const auto byte = static_cast<unsigned char>(character[0]);
-        if ((byte < 0x20 && byte != '\t') || byte >= 0x7F) {
-            std::array<char, 8> number{};
-            std::snprintf(number.data(), number.size(), "\\x%02x", byte);
-            shown = number.data();
-        }
+    const auto byte = static_cast<unsigned char>(character.empty() ? 0 : character.back());
+    std::array<char, 8> number{};
+    if (character.size() == 1 && ((byte < 0x20 && byte != '\t') || byte >= 0x7F)) {
+        std::snprintf(number.data(), number.size(), "\\x%02x", byte);
+        shown = number.data();
+    }
+    // U+0080 to U+009F: some terminals obey them.
+    if (character.size() == 2 && character[0] == '\xC2' && byte < 0xA0) {
+        std::snprintf(number.data(), number.size(), "\\u%04x", byte);
+        shown = number.data();
     }
     return "Invalid char '" + shown + "' in Xsb; Assumed Space";
 }
