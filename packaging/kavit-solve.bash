@@ -12,10 +12,10 @@ _kavit_solve() {
         --hash)
             COMPREPLY=($(compgen -W '0 1 2' -- "$cur"))
             return ;;
-        --sol)
+        --sol | --dump-levels)
             _filedir
             return ;;
-        --max-positions | --blocks | --max-time)
+        --max-positions | --blocks | --max-time | --dump-position)
             return ;;
     esac
     $split && return

@@ -11,6 +11,8 @@ _arguments -s \
     '--sol[write the solution file]:file or folder:_files' \
     '--expert[full report, and file names that tell the settings]' \
     '--json[print one JSON object a line for each level]' \
+    '--dump-levels[write the levels of the search to PREFIX_NAME.txt]:prefix:_files' \
+    '--dump-position[add a line on a stored position to NAME_Dist.txt]:position:' \
     '--strict[refuse a level with an invalid character]' \
     '(- *)'{-h,--help}'[print help and end]' \
     '(- *)--version[print the version and end]' \

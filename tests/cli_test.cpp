@@ -214,6 +214,8 @@ TEST_F(Cli, WrongUsage) {
         {{"--opt-level", "4", "one.xsb"}, "from 0 to 3"},
         {{"--hash", "3", "one.xsb"}, "from 0 to 2"},
         {{"--sol", "", "one.xsb"}, "--sol"},
+        {{"--dump-levels", "", "one.xsb"}, "--dump-levels"},
+        {{"--dump-position", "0", "one.xsb"}, "from 1 to 2147483647"},
         {{"--sol", "one.xsb", "two.xsb", "three.xsb"}, "--sol: one.xsb"},
     };
     for (const Case& c : cases) {
@@ -307,6 +309,25 @@ TEST_F(Cli, SolutionFiles) {
     EXPECT_FALSE(Contains(FileText(folder_.Path("x")), "HashCnt"));
     EXPECT_TRUE(Contains(FileText(folder_.Path("e/one_none_2.sol")), "\\HashCnt: "));
     EXPECT_TRUE(Contains(FileText(folder_.Path("in/standard-input.sol")), "#@$.#\r\n"));
+}
+
+TEST_F(Cli, Dumps) {
+    const Strings options = {"--dump-levels", "d", "--dump-position", "2", "--expert"};
+    Strings args = options;
+    args.insert(args.end(), {"three.xsb", "none.xsb", "solved.xsb"});
+    EXPECT_EQ(Run(args).Status, 3);
+    for (const char* base : {"three_some", "none_some"}) {
+        const std::string levels = FileText(folder_.Path(std::string("d_") + base + ".txt"));
+        EXPECT_EQ(levels.rfind(std::string(base) + ":  ForwTopEnd", 0), 0U) << levels;
+        const std::string line = FileText(folder_.Path(std::string(base) + "_Dist.txt"));
+        EXPECT_TRUE(Contains(line, "Bucket: ( 0002)")) << line;
+    }
+    EXPECT_FALSE(fs::exists(folder_.Path("d_solved_some.txt"))) << "there was no search";
+
+    const ProgramRun none = Run({"--dump-position", "99", "three.xsb"});
+    EXPECT_EQ(none.Status, 7);
+    EXPECT_TRUE(Contains(none.Err, "three.xsb: There is no position 99; 1 to 4 are stored"));
+    EXPECT_TRUE(Contains(none.Out, "rRRR"));
 }
 
 // A reader that goes away is nothing to talk about; a disk that is full is.

@@ -65,6 +65,7 @@ std::string JsonLine(const LevelReport& report) {
     if (!report.Reason.empty()) object["reason"] = report.Reason;
     if (!report.SolFile.empty()) object["solFile"] = report.SolFile;
     if (!report.SolError.empty()) object["solError"] = report.SolError;
+    if (!report.DumpError.empty()) object["dumpError"] = report.DumpError;
     return object.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 

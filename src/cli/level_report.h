@@ -21,6 +21,7 @@ struct LevelReport {
     ReportInput Solve;
     std::string SolFile;   // the solution file that was written
     std::string SolError;  // why it could not be
+    std::string DumpError;
 
     [[nodiscard]] bool Solved() const { return Code == Result::Ok && Fault.empty(); }
 };

@@ -46,7 +46,8 @@ Number WholeNumber(const std::string& text, std::int64_t least, std::int64_t mos
 template <typename Number>
 void AddNumber(CLI::App& app, const std::string& name, Number& field, std::int64_t least,
                std::int64_t most, const std::string& help, const std::string& type = "N") {
-    const std::string text = help + " [" + std::to_string(field) + "]";
+    // A default that is out of range is none.
+    const std::string text = field < least ? help : help + " [" + std::to_string(field) + "]";
     app.add_option_function<std::string>(
            name,
            [name, &field, least, most](const std::string& value) {
@@ -85,6 +86,12 @@ void AddOptions(CLI::App& app, Options& options, std::string& search) {
     app.add_flag("--expert", options.Expert, "Full report, and file names that tell the settings");
     app.add_flag("--json", options.Json, "Print one JSON object a line for each level");
     app.add_flag("--strict", options.Strict, "Refuse a level with an invalid character");
+    app.add_option("--dump-levels", options.DumpPrefix,
+                   "Write the levels of the search to PREFIX_NAME.txt, for who works on the solver")
+        ->type_name("PREFIX")
+        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
+    AddNumber(app, "--dump-position", options.DumpPosition, 1, 2147483647,
+              "Add a line on stored position N to NAME_Dist.txt");
 }
 
 int SeaTypeOf(const std::string& search) {
@@ -102,8 +109,11 @@ void Check(const CLI::App& app, const Options& options) {
     if (std::count(options.Levels.begin(), options.Levels.end(), "-") > 1) {
         throw CLI::ValidationError("LEVEL", "- may be given once");
     }
-    if (app.count("--sol") > 0 && options.SolTarget.empty()) {
-        throw CLI::ValidationError("--sol", "the name is empty");
+    for (const auto& [name, value] :
+         {std::pair("--sol", options.SolTarget), std::pair("--dump-levels", options.DumpPrefix)}) {
+        if (app.count(name) > 0 && value.empty()) {
+            throw CLI::ValidationError(name, "the name is empty");
+        }
     }
 }
 

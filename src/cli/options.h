@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,7 +17,9 @@ struct Options {
     std::string SolTarget;  // file or folder of solution files; "" for none
     bool Expert = false;    // full report, suffixed names
     bool Json = false;
-    bool Strict = false;  // an invalid character ends the read
+    std::string DumpPrefix;         // of the files that show the levels of the search; "" for none
+    std::int64_t DumpPosition = 0;  // the stored position to show; 0 for none
+    bool Strict = false;            // an invalid character ends the read
 };
 
 // What to do: solve by the options, or print a text and end.

@@ -1,57 +1,15 @@
 #include "cli/solve_command.h"
 
-#include <cstdint>
 #include <exception>
-#include <iostream>
-#include <istream>
-#include <string_view>
 
+#include "cli/complain.h"
 #include "cli/json_report.h"
+#include "cli/read_level.h"
 #include "cli/signals.h"
 #include "cli/text_report.h"
-#include "level/level_reader.h"
+#include "output/dumps.h"
 
 namespace kavit {
-
-namespace {
-
-void Complain(const std::string& sentence) {
-    std::cerr << "kavit-solve: " + sentence + "\n";
-}
-
-std::string PlaceText(const TextPlace& place) {
-    if (place.Line == 0) return "";
-    return "line " + std::to_string(place.Line) + ", column " + std::to_string(place.Column);
-}
-
-// Answers for the user, who was asked before by --strict, and tells of what was taken as a space.
-// A file that is no level at all has hundreds of such characters; the first one says enough.
-class InvalidChars {
-  public:
-    InvalidChars(std::string level, bool strict) : level_(std::move(level)), strict_(strict) {}
-    ~InvalidChars() {
-        if (count_ > 1) Complain(level_ + ": " + std::to_string(count_ - 1) + " more of that kind");
-    }
-    InvalidChars(const InvalidChars&) = delete;
-    InvalidChars& operator=(const InvalidChars&) = delete;
-
-    InvalidCharAnswer Ask(const InvalidChar& invalid) {
-        question_ = InvalidCharText(invalid.Character);
-        if (strict_) return InvalidCharAnswer::Cancel;
-        if (++count_ == 1) Complain(level_ + ": " + PlaceText(invalid.Place) + ": " + question_);
-        return InvalidCharAnswer::Space;
-    }
-    // What is wrong, without what would have been done about it.
-    [[nodiscard]] std::string Question() const { return question_.substr(0, question_.find(';')); }
-
-  private:
-    std::string level_;
-    bool strict_;
-    int count_ = 0;
-    std::string question_;
-};
-
-}  // namespace
 
 SolveCommand::SolveCommand(const Options& options)
     : options_(options),
@@ -98,7 +56,14 @@ bool SolveCommand::ApplyOptions(ExitStatus& status) {
 LevelReport SolveCommand::SolveLevel(const LevelSource& source) {
     LevelReport report;
     report.Name = source.Name;
-    if (!Read(source, report)) return report;
+    const ReadReply read =
+        ReadLevel(source, options_.Strict, hooks_.Interrupted(), report.Solve.Level);
+    report.Code = read.Code;
+    report.Reason = read.Reason;
+    if (!read.Loaded()) {
+        ShowResult(report, report.Code);
+        return report;
+    }
 
     ReportInput& solve = report.Solve;
     solve.LevelName = LevelNameOf(source);
@@ -120,44 +85,21 @@ LevelReport SolveCommand::SolveLevel(const LevelSource& source) {
     solve.SeaStart = hooks_.Watch().SeaStart();
     solve.LastTick = hooks_.Watch().LastTick();
     if (report.Solved() && target_.Wanted()) target_.Write(report);
+    if (StatusOf(report.Code) != ExitStatus::Refused) Dump(report);
     return report;
 }
 
-// False when there is nothing to solve; the report then says why.
-bool SolveCommand::Read(const LevelSource& source, LevelReport& report) {
-    InvalidChars invalid(ShownName(source.Name), options_.Strict);
-    const AskInvalidChar ask = [&](const InvalidChar& met) { return invalid.Ask(met); };
-
-    ReadReply reply;
-    switch (source.Origin) {
-        case LevelSource::Kind::NoLevel:
-            reply.Code = source.EmptyFolder ? Result::NothingToOpen : Result::CantOpen;
-            reply.Reason = source.Reason;
-            break;
-        case LevelSource::Kind::StandardInput: {
-            InputBuffer buffer(hooks_.Interrupted());
-            std::istream input(&buffer);
-            reply = ReadLevelStream(input, report.Solve.Level, ask);
-            if (hooks_.Interrupted()) reply = {Result::Stopped, false, {}, ""};
-            break;
-        }
-        case LevelSource::Kind::File:
-            reply = ReadLevelFile(source.Name, report.Solve.Level, ask);
-            break;
+// What the last search left behind, whichever way it ended.
+void SolveCommand::Dump(LevelReport& report) const {
+    const std::string base = SolutionBaseName(report.Solve);
+    if (!options_.DumpPrefix.empty()) {
+        report.DumpError = DumpLevels(options_.DumpPrefix, base, solver_);
     }
-    if (reply.Loaded()) return true;
-
-    report.Code = reply.Code;
-    report.Reason = reply.Reason;
-    if (reply.Cancelled) {
-        // The catalogue has no words for it: the window ends the whole program here.
-        report.Code = Result::CantOpen;
-        report.Reason = invalid.Question();
+    if (options_.DumpPosition > 0 && report.DumpError.empty()) {
+        constexpr int kDistanceFile = 12;
+        report.DumpError =
+            DumpPosition(options_.DumpPosition, kDistanceFile, base, solver_, report.Solve.Level);
     }
-    const std::string place = PlaceText(reply.Place);
-    if (!place.empty()) report.Reason += (report.Reason.empty() ? "" : ", ") + place;
-    ShowResult(report, report.Code);
-    return false;
 }
 
 void SolveCommand::Solve(LevelReport& report) {
@@ -205,14 +147,16 @@ void SolveCommand::Publish(const LevelReport& report) {
                  (report.Reason.empty() ? "" : ": " + report.Reason));
     }
     if (!report.Fault.empty()) Complain(name + ": " + report.Fault);
-    if (!report.SolError.empty()) Complain(name + ": " + report.SolError);
+    for (const std::string& error : {report.SolError, report.DumpError}) {
+        if (!error.empty()) Complain(name + ": " + error);
+    }
 
     const std::string answer = options_.Json ? JsonLine(report) : TextReport(report);
     if (!answers_.Write(answer) && !answers_.Reason().empty()) {
         Complain("standard output: " + answers_.Reason());
     }
     TakeStatus(report.Fault.empty() ? StatusOf(report.Code) : ExitStatus::Fault);
-    if (!report.SolError.empty()) TakeStatus(ExitStatus::NotWritten);
+    if (!report.SolError.empty() || !report.DumpError.empty()) TakeStatus(ExitStatus::NotWritten);
 }
 
 // The first level that was not solved decides, before any file that could not be written.

@@ -24,10 +24,10 @@ class SolveCommand {
   private:
     [[nodiscard]] bool ApplyOptions(ExitStatus& status);
     [[nodiscard]] LevelReport SolveLevel(const LevelSource& source);
-    [[nodiscard]] bool Read(const LevelSource& source, LevelReport& report);
     void Solve(LevelReport& report);
     void Optimize(LevelReport& report);
     void ShowResult(LevelReport& report, Result number) const;
+    void Dump(LevelReport& report) const;
     void Publish(const LevelReport& report);
     void TakeStatus(ExitStatus status);
 

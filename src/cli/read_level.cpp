@@ -1,0 +1,82 @@
+#include "cli/read_level.h"
+
+#include <istream>
+#include <string>
+#include <utility>
+
+#include "cli/complain.h"
+#include "cli/standard_streams.h"
+
+namespace kavit {
+
+namespace {
+
+std::string PlaceText(const TextPlace& place) {
+    if (place.Line == 0) return "";
+    return "line " + std::to_string(place.Line) + ", column " + std::to_string(place.Column);
+}
+
+// Answers for the user, who was asked before by --strict, and tells of what was taken as a space.
+// A file that is no level at all has hundreds of such characters; the first one says enough.
+class InvalidChars {
+  public:
+    InvalidChars(std::string level, bool strict) : level_(std::move(level)), strict_(strict) {}
+    ~InvalidChars() {
+        if (count_ > 1) Complain(level_ + ": " + std::to_string(count_ - 1) + " more of that kind");
+    }
+    InvalidChars(const InvalidChars&) = delete;
+    InvalidChars& operator=(const InvalidChars&) = delete;
+
+    InvalidCharAnswer Ask(const InvalidChar& invalid) {
+        question_ = InvalidCharText(invalid.Character);
+        if (strict_) return InvalidCharAnswer::Cancel;
+        if (++count_ == 1) Complain(level_ + ": " + PlaceText(invalid.Place) + ": " + question_);
+        return InvalidCharAnswer::Space;
+    }
+    // What is wrong, without what would have been done about it.
+    [[nodiscard]] std::string Question() const { return question_.substr(0, question_.find(';')); }
+
+  private:
+    std::string level_;
+    bool strict_;
+    int count_ = 0;
+    std::string question_;
+};
+
+ReadReply ReadFrom(const LevelSource& source, const std::atomic<bool>& interrupted, Board& board,
+                   const AskInvalidChar& ask) {
+    switch (source.Origin) {
+        case LevelSource::Kind::NoLevel:
+            break;
+        case LevelSource::Kind::StandardInput: {
+            InputBuffer buffer(interrupted);
+            std::istream input(&buffer);
+            const ReadReply reply = ReadLevelStream(input, board, ask);
+            return interrupted ? ReadReply{Result::Stopped, false, {}, ""} : reply;
+        }
+        case LevelSource::Kind::File:
+            return ReadLevelFile(source.Name, board, ask);
+    }
+    return {
+        source.EmptyFolder ? Result::NothingToOpen : Result::CantOpen, false, {}, source.Reason};
+}
+
+}  // namespace
+
+ReadReply ReadLevel(const LevelSource& source, bool strict, const std::atomic<bool>& interrupted,
+                    Board& board) {
+    InvalidChars invalid(ShownName(source.Name), strict);
+    ReadReply reply = ReadFrom(source, interrupted, board,
+                               [&](const InvalidChar& met) { return invalid.Ask(met); });
+    if (reply.Loaded()) return reply;
+    if (reply.Cancelled) {
+        // The catalogue has no words for it: the window ends the whole program here.
+        reply.Code = Result::CantOpen;
+        reply.Reason = invalid.Question();
+    }
+    const std::string place = PlaceText(reply.Place);
+    if (!place.empty()) reply.Reason += (reply.Reason.empty() ? "" : ", ") + place;
+    return reply;
+}
+
+}  // namespace kavit
