@@ -173,30 +173,45 @@ class ExpanderOf final : public Expander {
         FillManDist(grid_.KeyToBit[record.Man], region_.Inside() - boxSet);
     }
 
-    // One front per walk length. Only the distances of cells behind boxes are ever asked for, so
-    // they are looked up in the fronts when they are (DistanceTo), not written down for every cell.
+    // One front per walk length. The distances (1 for the man's own square) are kept as binary
+    // numbers with their digits in one set each: few of them are ever asked for, and then without a
+    // branch that nobody could foresee.
     void FillManDist(int man, const Set& free) {
         Set front = region_.Single(man);
         Set seen = front;
-        std::size_t depth = 0;
+        digits_ = {};
+        unsigned distance = 0;
         do {
-            fronts_[depth++] = front;
+            ++distance;
+            for (unsigned rest = distance; rest != 0; rest &= rest - 1) {
+                Set& digit = digits_[static_cast<std::size_t>(std::countr_zero(rest))];
+                digit = digit | front;
+            }
             front = (front.Around() & free) - seen;
             seen = seen | front;
         } while (front.Any());
+        digitCount_ = static_cast<unsigned>(std::bit_width(distance));
         reach_ = ManRegion<Set>::MakeReach(free, seen);
     }
-    // 1 for the man's own square; the cell must be in his reach.
+    // The cell must be in the man's reach.
     [[nodiscard]] int DistanceTo(int bit) const {
-        std::size_t depth = 0;
-        while (!fronts_[depth].Has(bit)) ++depth;
-        return static_cast<int>(depth) + 1;
+        unsigned distance = 0;
+        for (unsigned i = 0; i < digitCount_; ++i) distance |= digits_[i].Bit(bit) << i;
+        return static_cast<int>(distance);
     }
 
-    // The directions in which a box may go, one bit each, out of one set of boxes per direction.
-    static unsigned Directions(const std::array<Set, 4>& movable, int bit) {
-        return movable[0].Bit(bit) | movable[1].Bit(bit) << 1 | movable[2].Bit(bit) << 2 |
-               movable[3].Bit(bit) << 3;
+    // Which box may go in which direction, out of one set of boxes per direction: by box, then by
+    // direction. Written without a branch for each pair, whose outcomes follow no pattern.
+    void ListMoves(const std::array<Set, 4>& movable) {
+        moveCount_ = 0;
+        for (int i = 0; i < boxCount_; ++i) {
+            const int bit = std::max<int>(boxes_[At(i)].Bit, 0);  // no box outside ever moves
+            const unsigned known = boxes_[At(i)].Bit >= 0 ? 1U : 0U;
+            for (unsigned d = 0; d < 4; ++d) {
+                moves_[moveCount_] = {static_cast<std::int16_t>(i), static_cast<std::int16_t>(d)};
+                moveCount_ += movable[d].Bit(bit) & known;
+            }
+        }
     }
 
     void MakePushes(const PosRecord& record) {
@@ -204,17 +219,15 @@ class ExpanderOf final : public Expander {
         const Set open = reach_.Free & live_;
         for (int d = 0; d < 4; ++d)
             pushable[At(d)] = boxSet_ & region_.Shift(reach_.Cells, d) & region_.Shift(open, d ^ 2);
-        for (int i = 0; i < boxCount_; ++i) {
-            const int from = boxes_[At(i)].Bit;
-            if (from < 0) continue;
-            for (unsigned left = Directions(pushable, from); left != 0; left &= left - 1) {
-                const int d = std::countr_zero(left);
-                const int to = from + grid_.Step[At(d)];
-                if (freeze_.FrozenAfter(from, to)) continue;
-                const int norm = region_.AfterPush(reach_, from, d);
-                const int stand = from - grid_.Step[At(d)];
-                AddOffer(i, d, to, norm, from, stand, DistanceTo(stand) + record.Moves);
-            }
+        ListMoves(pushable);
+        for (std::size_t k = 0; k < moveCount_; ++k) {
+            const auto [box, d] = moves_[k];
+            const int from = boxes_[At(box)].Bit;
+            const int to = from + grid_.Step[At(d)];
+            if (freeze_.FrozenAfter(from, to)) continue;
+            const int norm = region_.AfterPush(reach_, from, d);
+            const int stand = from - grid_.Step[At(d)];
+            AddOffer(box, d, to, norm, from, stand, DistanceTo(stand) + record.Moves);
         }
     }
 
@@ -226,41 +239,45 @@ class ExpanderOf final : public Expander {
             const Set beside = region_.Shift(reach_.Cells, d ^ 2);
             pullable[At(d)] = boxSet_ & beside & region_.Shift(beside, d ^ 2);
         }
-        for (int i = 0; i < boxCount_; ++i) {
-            const int from = boxes_[At(i)].Bit;
-            if (from < 0) continue;
-            for (unsigned left = Directions(pullable, from); left != 0; left &= left - 1) {
-                const int d = std::countr_zero(left);
-                const int to = from + grid_.Step[At(d)];
-                const int norm = region_.AfterPull(reach_, from, d);
-                const int moves = firstPull ? 1 : DistanceTo(to) + record.Moves;
-                AddOffer(i, d, to, norm, to + grid_.Step[At(d)], to, moves);
-            }
+        ListMoves(pullable);
+        for (std::size_t k = 0; k < moveCount_; ++k) {
+            const auto [box, d] = moves_[k];
+            const int from = boxes_[At(box)].Bit;
+            const int to = from + grid_.Step[At(d)];
+            const int norm = region_.AfterPull(reach_, from, d);
+            const int moves = firstPull ? 1 : DistanceTo(to) + record.Moves;
+            AddOffer(box, d, to, norm, to + grid_.Step[At(d)], to, moves);
         }
     }
 
     // The parent's key with box i on its new cell. Sideways no other box is passed; up or down
-    // the boxes that lie between move over by one.
+    // the boxes that lie between move over by one. Everything is read before the first byte of the
+    // key is written, because a byte may change anything for all the compiler knows.
     void AddOffer(int i, int direction, int to, int norm, int man, int beside, int moves) {
         const int index = state_.Batch.Add();
         std::uint8_t* key = state_.Batch.KeyOf(index);
-        // In whole words; both keys have 8 bytes to spare.
-        for (int byte = 0; byte < boxCount_; byte += 8) std::memcpy(key + byte, key_ + byte, 8);
-        const std::int16_t cell = grid_.BitToCell[At(to)];
-        int at = i;
-        if (direction == 1)
-            for (; at + 1 < boxCount_ && boxes_[At(at + 1)].Cell < cell; ++at)
-                key[at] = key[at + 1];
-        if (direction == 3)
-            for (; at > 0 && boxes_[At(at - 1)].Cell > cell; --at) key[at] = key[at - 1];
-        key[at] = grid_.BitToKey[At(to)];
-        key[boxCount_] = grid_.ManByte(norm);
         Offer& offer = state_.Batch.At(index);
         offer.Mix = mix_ ^ grid_.BoxMix[At(boxes_[At(i)].Bit)] ^ grid_.BoxMix[At(to)] ^
                     grid_.ManMix[At(norm)];
         offer.Moves = moves;
         offer.Man = grid_.ManByte(man);
         offer.Beside = grid_.ManByte(beside);
+        const std::uint8_t* parent = key_;
+        const int boxes = boxCount_;
+        const std::uint8_t boxByte = grid_.BitToKey[At(to)];
+        const std::uint8_t manByte = grid_.ManByte(norm);
+        int at = i;
+        if ((direction & 1) != 0) {
+            const std::int16_t cell = grid_.BitToCell[At(to)];
+            while (at + 1 < boxes && boxes_[At(at + 1)].Cell < cell) ++at;
+            while (at > 0 && boxes_[At(at - 1)].Cell > cell) --at;
+        }
+        // In whole words; both keys have 8 bytes to spare.
+        for (int byte = 0; byte < boxes; byte += 8) std::memcpy(key + byte, parent + byte, 8);
+        for (int k = i; k < at; ++k) key[k] = parent[k + 1];
+        for (int k = i; k > at; --k) key[k] = parent[k - 1];
+        key[at] = boxByte;
+        key[boxes] = manByte;
     }
 
     [[nodiscard]] Set FreeCells(const std::uint8_t* key) const {
@@ -322,7 +339,14 @@ class ExpanderOf final : public Expander {
     Set boxSet_;
     std::uint32_t mix_ = 0;
     typename ManRegion<Set>::Reach reach_;
-    std::array<Set, 256> fronts_;  // the longest walk has 253 steps
+    std::array<Set, 8> digits_{};  // the longest walk has 253 steps
+    unsigned digitCount_ = 0;
+    struct Move {
+        std::int16_t Box;
+        std::int16_t Direction;
+    };
+    std::array<Move, static_cast<std::size_t>(4 * kCells)> moves_;  // of which moveCount_ count
+    std::size_t moveCount_ = 0;
 
     // Scratch of SpreadCosts.
     std::array<int, Grid::kMaxBits> cost_{};
