@@ -1,6 +1,7 @@
 #include "solver/position_store.h"
 
 #include <cmath>
+#include <new>
 
 #include "solver/solver.h"
 
@@ -15,6 +16,15 @@ std::size_t RowBytes(std::int64_t blocks) {
     return sizeof(PosRecord) + static_cast<std::size_t>(blocks) + 1;
 }
 
+// No room at all where there is not even enough to ask.
+std::uint64_t Available(MemorySource& source) {
+    try {
+        return source.Available();
+    } catch (const std::bad_alloc&) {
+        return 0;
+    }
+}
+
 }  // namespace
 
 bool PositionStore::Allocate(std::int64_t numPos, std::int64_t blocks, std::int32_t hashSize) {
@@ -24,7 +34,7 @@ bool PositionStore::Allocate(std::int64_t numPos, std::int64_t blocks, std::int3
     const std::size_t rows = (static_cast<std::size_t>(numPos) + 1) * RowBytes(blocks) + kSlack;
     const std::size_t slots = (static_cast<std::size_t>(hashSize) + 1) * sizeof(std::uint32_t);
     // The kernel may promise more than there is and end the process when it is touched.
-    const std::uint64_t available = source_->Available();
+    const std::uint64_t available = Available(*source_);
     if (rows + slots > available || available - rows - slots < (rows + slots > kSpare ? kSpare : 0))
         return false;
     if (!rows_.Take(*source_, rows) || !slots_.Take(*source_, slots)) {
@@ -53,6 +63,8 @@ bool PositionStore::Resize(std::int64_t numPos, std::int64_t blocks) {
     try {
         hashSize = Primes.NextPrime(static_cast<std::int32_t>(slots));
     } catch (const SolverFault&) {
+        return false;
+    } catch (const std::bad_alloc&) {
         return false;
     }
     const std::int64_t oldNumPos = numPos_;

@@ -1,6 +1,8 @@
 #include "solver/solver.h"
 
+#include <algorithm>
 #include <chrono>
+#include <new>
 
 #include "level/replay.h"
 #include "solver/build_solution.h"
@@ -38,6 +40,9 @@ struct Solver::State : SearchState {
     Board Start;  // as it was analysed, for the replay
     std::unique_ptr<kavit::Expander> Expander;
     bool Analysed = false;
+
+    // False: there is not so much memory, and the old sizes are in force, or none at all.
+    bool Resize(const kavit::Sizes& fields);
 };
 
 Solver::Solver() : Solver(MachineMemory()) {}
@@ -45,6 +50,17 @@ Solver::Solver(MemorySource& memory) : state_(std::make_unique<State>(memory)) {
 Solver::~Solver() = default;
 Solver::Solver(Solver&&) noexcept = default;
 Solver& Solver::operator=(Solver&&) noexcept = default;
+
+bool Solver::State::Resize(const kavit::Sizes& fields) {
+    try {
+        // Never smaller, so that it fits the old sizes when the store can't have the new ones.
+        const std::int64_t boxes = std::max(fields.Blocks, Sizes.Blocks);
+        Batch.Reserve(static_cast<int>(std::min<std::int64_t>(boxes, kMostBoxes)));
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    return Store.Resize(fields.NumPos, fields.Blocks);
+}
 
 ApplyReply Solver::ApplySizes(const Sizes& fields) {
     if (fields.MaxTime > 86400) return {false, false, "MaxTime can't exceed 86400 secs."};
@@ -59,12 +75,10 @@ ApplyReply Solver::ApplySizes(const Sizes& fields) {
     if (fields.NumPos <= 0)
         return {false, false, "Max number of positions can't be zero or negative"};
     if (fields.MaxTime <= 0) return {false, false, "Max elapsed time can't be zero or negative"};
-    if (fields.NumPos > 2147483647 || fields.Blocks > 32767 ||
-        !state_->Store.Resize(fields.NumPos, fields.Blocks)) {
+    if (fields.NumPos > 2147483647 || fields.Blocks > 32767 || !state_->Resize(fields)) {
         if (state_->Store.NumPos() == 0) applied = {0, 0, 0};  // even the old sizes are gone
         return {false, false, "Insuficient Memory"};
     }
-    state_->Batch.Reserve(static_cast<int>(std::min<std::int64_t>(fields.Blocks, kMostBoxes)));
     state_->Analysed = false;
     applied = fields;
     return {true, true, ""};

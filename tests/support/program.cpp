@@ -77,6 +77,7 @@ ProgramRun RunSolve(const ProgramSetup& setup) {
     const pid_t child = fork();
     if (child < 0) throw std::runtime_error("no process");
     if (child == 0) BecomeSolve(setup, in, out, err);
+    if (setup.OnStart) setup.OnStart(child);
     Close(in.Read);
     Close(out.Write);
     Close(err.Write);

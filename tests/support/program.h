@@ -22,7 +22,8 @@ struct ProgramSetup {
     bool HoldInput = false;    // standard input stays open and silent
     bool ErrTerminal = false;  // standard error is a terminal
     Stdout Out = Stdout::Read;
-    std::string Folder;  // to run in
+    std::string Folder;                  // to run in
+    std::function<void(pid_t)> OnStart;  // called when it has been started
     // Called whenever something came from its standard error, with all of it so far.
     std::function<void(pid_t, const std::string&)> OnErr;
 };

@@ -1,0 +1,79 @@
+// Counters at the end of their fields: a sentence, never a wrap.
+
+#include <gtest/gtest.h>
+
+#include "solver/meeting.h"
+#include "solver/store_pos.h"
+
+namespace kavit::test {
+namespace {
+
+struct Standing final : WalkMeter {
+    int Walk(const std::uint8_t*, std::uint8_t, std::uint8_t) override { return 0; }
+};
+
+TEST(FaultCounters, FullCountersAreFaults) {
+    constexpr std::int64_t kMost = 2147483647;
+    EXPECT_NO_THROW(CheckCounters(SearchCounters{}));
+    const struct {
+        const char* Name;
+        void (*Set)(SearchCounters&, std::int64_t);
+        std::int64_t Last;  // the largest value that is no fault yet
+    } cases[] = {
+        {"HashCnt", [](SearchCounters& c, std::int64_t value) { c.HashCnt = value; }, kMost},
+        {"RHashCnt", [](SearchCounters& c, std::int64_t value) { c.RHashCnt = value; }, kMost},
+        {"PosDiscarded",
+         [](SearchCounters& c, std::int64_t value) {
+             c.PosDiscarded = static_cast<std::int32_t>(value);
+         },
+         kMost - 4096},
+        {"PosChanged",
+         [](SearchCounters& c, std::int64_t value) {
+             c.PosChanged = static_cast<std::int32_t>(value);
+         },
+         kMost - 4096},
+        {"nSol",
+         [](SearchCounters& c, std::int64_t value) { c.nSol = static_cast<std::int32_t>(value); },
+         kMost - 4096},
+    };
+    for (const auto& c : cases) {
+        SearchCounters counters;
+        c.Set(counters, c.Last);
+        EXPECT_NO_THROW(CheckCounters(counters)) << c.Name;
+        c.Set(counters, c.Last + 1);
+        EXPECT_THROW(CheckCounters(counters), SolverFault) << c.Name;
+    }
+}
+
+// 32767 moves are kept, one more is a fault: of one position, and of a meeting.
+TEST(FaultCounters, MovesOfSixteenBits) {
+    SearchState state(MachineMemory());
+    ASSERT_TRUE(state.Store.Resize(100, 8));
+    state.Store.Clear(1, 0);
+    SolverHooks hooks;
+    state.Hooks = &hooks;
+    state.OptLevel = state.Options.OptLevel = 1;
+    state.Counters.SeaPhase = 1;
+    Standing walk;
+    const auto offer = [&](std::uint8_t box, std::uint8_t side, std::int32_t parent, int moves) {
+        const std::uint8_t key[16] = {box, 21};
+        Offer made;
+        made.Mix = 0x9E3779B9U * box;
+        made.Slot = static_cast<std::int32_t>(state.Store.HomeSlot(key));
+        made.Step = state.Store.HashStep(key);
+        made.Moves = moves;
+        return StorePos(state, made, key, parent, side, walk);
+    };
+    EXPECT_EQ(offer(30, kForwTag, -1, 0), Result::GoOn);     // position 1, the start
+    EXPECT_EQ(offer(31, kForwTag, 1, 32767), Result::GoOn);  // position 2
+    EXPECT_EQ(state.Store.Record(2).Moves, 32767);
+    EXPECT_THROW((void)offer(32, kForwTag, 1, 32768), SolverFault);
+    EXPECT_EQ(state.Counters.BucketCnt, 2);
+    // Met from the other side: 32767 and 1 do not fit together.
+    EXPECT_THROW((void)offer(31, kBackTag, 1, 1), SolverFault);
+    EXPECT_EQ(state.Kept[1].SolMoves, 32767);
+    EXPECT_EQ(state.Kept[1].SolPushes, 32767);
+}
+
+}  // namespace
+}  // namespace kavit::test

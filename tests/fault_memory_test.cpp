@@ -1,0 +1,219 @@
+// Memory that runs out while the sizes are applied, and what the machine says it has.
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <limits>
+
+#include "solver/memory_source.h"
+#include "solver/solver.h"
+#include "support/failing_new.h"
+#include "support/plain_level.h"
+#include "support/temp_folder.h"
+
+namespace kavit::test {
+namespace {
+
+// The machine's memory, of which some allocations fail.
+class FailingSource final : public MemorySource {
+  public:
+    void* Take(std::size_t bytes) override {
+        ++Takes;
+        return Takes == FailAt || (FailAfter && Takes > FailAt) ? nullptr
+                                                                : MachineMemory().Take(bytes);
+    }
+    void Give(void* memory, std::size_t bytes) override { MachineMemory().Give(memory, bytes); }
+    void Clear(void* memory, std::size_t bytes) override { MachineMemory().Clear(memory, bytes); }
+    std::uint64_t Available() override { return Room; }
+
+    int Takes = 0;
+    int FailAt = 0;          // counted from 1; 0 never
+    bool FailAfter = false;  // and all that follow
+    std::uint64_t Room = std::numeric_limits<std::uint64_t>::max();
+};
+
+// The number of the result and the pushes; what a search counts must not depend on what failed
+// before it.
+std::string Solve(Solver& solver) {
+    const Board level = PlainLevel({"########", "#@$  . #", "# $  . #", "#  #   #", "########"});
+    SolverHooks hooks;
+    const Result analysed = solver.AnalyseBoard(level, {3, 0, 0, false});
+    if (analysed != Result::Ok) return "refused";
+    if (solver.Search(hooks) != Result::Ok) return "not solved";
+    const Result pass = solver.OptimizeMoves(hooks);
+    solver.BuildSolutions();
+    const SearchCounters& counters = solver.Counters();
+    return std::to_string(static_cast<int>(pass)) + " " + solver.Kept(1).SolString + " " +
+           std::to_string(counters.BucketCnt) + " " + std::to_string(counters.HashSize);
+}
+
+constexpr Sizes kOld{2000, 2, 300};
+constexpr Sizes kNew{300000, 300, 20};  // larger than what the heap hands out
+constexpr std::string_view kNoMemory = "Insuficient Memory";
+
+std::string SolveWith(const Sizes& sizes) {
+    Solver solver;
+    EXPECT_TRUE(solver.ApplySizes(sizes).Ok);
+    return Solve(solver);
+}
+
+TEST(FaultMemory, EveryAllocationOfTheStore) {
+    const std::string old = SolveWith(kOld);
+    int failures = 0;
+    for (int at = 1;; ++at) {
+        FailingSource source;
+        Solver solver(source);
+        ASSERT_TRUE(solver.ApplySizes(kOld).Ok);
+        source.FailAt = source.Takes + at;
+        const ApplyReply reply = solver.ApplySizes(kNew);
+        if (reply.Ok) {
+            EXPECT_EQ(Solve(solver), SolveWith(kNew));
+            break;
+        }
+        ++failures;
+        EXPECT_EQ(reply.Message, kNoMemory);
+        EXPECT_EQ(solver.AppliedSizes(), kOld);
+        EXPECT_EQ(Solve(solver), old) << at;
+        EXPECT_TRUE(solver.ApplySizes(kNew).Ok);
+        EXPECT_EQ(Solve(solver), SolveWith(kNew)) << at;
+    }
+    EXPECT_GE(failures, 2);
+}
+
+// Not even the old sizes can be had again: the solver says so, and works when there is memory.
+TEST(FaultMemory, EvenTheOldSizesAreGone) {
+    FailingSource source;
+    Solver solver(source);
+    ASSERT_TRUE(solver.ApplySizes(kOld).Ok);
+    source.FailAt = source.Takes + 1;
+    source.FailAfter = true;
+    EXPECT_EQ(solver.ApplySizes(kNew).Message, kNoMemory);
+    EXPECT_EQ(solver.AppliedSizes(), Sizes({0, 0, 0}));
+    EXPECT_THROW((void)solver.AnalyseBoard(Board(), {}), SolverFault);
+    EXPECT_EQ(solver.ApplySizes(kOld).Message, kNoMemory);
+    source.FailAfter = false;
+    ASSERT_TRUE(solver.ApplySizes(kOld).Ok);
+    EXPECT_EQ(Solve(solver), SolveWith(kOld));
+}
+
+// The small allocations around it: batch, primes, what is read of the machine.
+TEST(FaultMemory, EveryAllocationOfTheHeap) {
+    const std::string old = SolveWith(kOld);
+    int failures = 0;
+    for (int at = 1; at < 1000; ++at) {
+        Solver solver;
+        ASSERT_TRUE(solver.ApplySizes(kOld).Ok);
+        ApplyReply reply;
+        bool failed = false;
+        {
+            const FailingNew failing(at);
+            reply = solver.ApplySizes(kNew);
+            failed = failing.Failed();
+        }
+        if (!failed) break;
+        ++failures;
+        if (!reply.Ok) {
+            EXPECT_EQ(reply.Message, kNoMemory);
+            EXPECT_EQ(solver.AppliedSizes(), kOld);
+            EXPECT_EQ(Solve(solver), old) << at;
+            EXPECT_TRUE(solver.ApplySizes(kNew).Ok);
+        }
+        EXPECT_EQ(Solve(solver), SolveWith(kNew)) << at;
+    }
+    EXPECT_GE(failures, 3);
+    EXPECT_LT(failures, 999);
+}
+
+TEST(FaultMemory, LimitsAnswerAtOnce) {
+    constexpr std::uint64_t kGib = std::uint64_t{1} << 30;
+    const struct {
+        Sizes Fields;
+        std::uint64_t Room;
+        std::string_view Message;
+    } cases[] = {
+        {{2147483647, 8, 300}, kGib, kNoMemory},
+        {{2147483648, 8, 300}, kGib, kNoMemory},
+        {{std::numeric_limits<std::int64_t>::max(), 8, 300}, kGib, kNoMemory},
+        {{2147483647, 32767, 300}, std::numeric_limits<std::uint64_t>::max(), kNoMemory},
+        {{850000000, 32767, 86400}, std::uint64_t{1000} * kGib, kNoMemory},  // 28 TB
+        {{4000000, 32768, 300}, std::numeric_limits<std::uint64_t>::max(), kNoMemory},
+        {{4000000, 32767, 300}, 64 * kGib, kNoMemory},
+        {{10, 32767, 86400}, kGib, ""},
+        {{10, 8, 86401}, kGib, "MaxTime can't exceed 86400 secs."},
+        {{10, 8, 0}, kGib, "Max elapsed time can't be zero or negative"},
+        {{0, 8, 300}, kGib, "Max number of positions can't be zero or negative"},
+        {{10, 0, 300}, kGib, "Blocks can't be zero or negative"},
+    };
+    for (const auto& c : cases) {
+        FailingSource source;
+        source.Room = c.Room;
+        Solver solver(source);
+        const ApplyReply reply = solver.ApplySizes(c.Fields);
+        EXPECT_EQ(reply.Message, c.Message) << c.Fields.NumPos << " " << c.Fields.Blocks;
+        // At once: nothing was taken that would have to be touched or given back.
+        EXPECT_EQ(source.Takes, c.Message.empty() ? 2 : 0) << c.Fields.NumPos;
+    }
+}
+
+TEST(FaultMemory, WhatTheMachineHas) {
+    constexpr std::uint64_t kAll = std::numeric_limits<std::uint64_t>::max();
+    const std::string meminfo = "MemTotal: 9000 kB\nMemFree: 10 kB\nMemAvailable:  1000 kB\n";
+    struct File {
+        const char* Path;
+        std::string Text;
+    };
+    const struct {
+        const char* Name;
+        std::vector<File> Files;
+        std::uint64_t Bytes;
+    } cases[] = {
+        {"nothing can be read", {}, kAll},
+        {"no group", {{"proc/meminfo", meminfo}}, 1024000},
+        {"a broken file", {{"proc/meminfo", "MemAvailable: much\n"}}, kAll},
+        {"version 2: limit less use, inactive pages given back",
+         {{"proc/meminfo", meminfo},
+          {"proc/self/cgroup", "0::/a/b\n"},
+          {"sys/fs/cgroup/a/b/memory.max", "500000\n"},
+          {"sys/fs/cgroup/a/b/memory.current", "200000\n"},
+          {"sys/fs/cgroup/a/b/memory.stat", "anon 1\ninactive_file 50000\n"}},
+         350000},
+        {"version 2: the group above is tighter",
+         {{"proc/meminfo", meminfo},
+          {"proc/self/cgroup", "0::/a/b\n"},
+          {"sys/fs/cgroup/a/b/memory.max", "max\n"},
+          {"sys/fs/cgroup/a/memory.max", "300000\n"},
+          {"sys/fs/cgroup/a/memory.current", "100000\n"}},
+         200000},
+        {"version 2: seen from inside, the limit is at the root",
+         {{"proc/meminfo", meminfo},
+          {"proc/self/cgroup", "0::/\n"},
+          {"sys/fs/cgroup/memory.max", "400000\n"},
+          {"sys/fs/cgroup/memory.current", "500000\n"}},
+         0},
+        {"version 1",
+         {{"proc/meminfo", meminfo},
+          {"proc/self/cgroup", "no line\n7:cpu,cpuacct:/x\n4:memory:/job\n"},
+          {"sys/fs/cgroup/memory/job/memory.limit_in_bytes", "600000\n"},
+          {"sys/fs/cgroup/memory/job/memory.usage_in_bytes", "100000\n"},
+          {"sys/fs/cgroup/memory/job/memory.stat", "total_inactive_file 30000\n"},
+          {"sys/fs/cgroup/memory/memory.limit_in_bytes", "9223372036854771712\n"}},
+         530000},
+        {"a limit above what the machine has",
+         {{"proc/meminfo", meminfo},
+          {"proc/self/cgroup", "0::/a\n"},
+          {"sys/fs/cgroup/a/memory.max", "999999999\n"}},
+         1024000},
+    };
+    for (const auto& c : cases) {
+        const TempFolder root;
+        for (const File& file : c.Files) {
+            std::filesystem::create_directories(
+                std::filesystem::path(root.Path(file.Path)).parent_path());
+            root.Write(file.Path, file.Text);
+        }
+        EXPECT_EQ(AvailableMemory(root.Path()), c.Bytes) << c.Name;
+    }
+}
+
+}  // namespace
+}  // namespace kavit::test
