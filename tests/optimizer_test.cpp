@@ -1,0 +1,171 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "level/level_reader.h"
+#include "level/replay.h"
+#include "solver/solver.h"
+#include "support/plain_level.h"
+
+// The optimizer pass and the proof of the fewest moves: what they reach, and what they leave when
+// something ends them.
+
+namespace {
+
+using namespace kavit;
+
+Board Example(const std::string& name) {
+    Board board;
+    const std::string file = std::string(KAVIT_EXAMPLES_FOLDER) + "/" + name + ".xsb";
+    EXPECT_TRUE(ReadLevelFile(file, board, {}).Loaded()) << file;
+    return board;
+}
+
+// Stops the solver at one of its yields, counted from the start of the optimizer.
+class StopAtYield : public SolverHooks {
+  public:
+    void ShowMsg(Result message) override {
+        if (message == Result::ImprovingMoves) optimizing_ = true;
+    }
+    void Yield() override {
+        if (optimizing_ && ++Yields == At) StopSea = true;
+    }
+    long Yields = 0;
+    long At = -1;
+
+  private:
+    bool optimizing_ = false;
+};
+
+void ExpectWhole(Solver& solver, const Board& board, int pushes) {
+    solver.BuildSolutions();  // throws where a string does not replay
+    EXPECT_EQ(solver.Kept(1).SolPushes, pushes);
+    EXPECT_LE(solver.Kept(0).SolMoves, solver.Kept(1).SolMoves);
+    EXPECT_TRUE(Replay(board, solver.Kept(0).SolString).Solved);
+}
+
+TEST(Optimizer, AStopAnywhereKeepsTheSolutionsAndClaimsNothing) {
+    const Board board = Example("04-warehouse");
+    Solver solver;
+    ASSERT_TRUE(solver.ApplySizes({100000, 8, 300}).Ok);
+    const SolverOptions options{3, 0, 0, true};
+    StopAtYield whole;
+    ASSERT_EQ(solver.AnalyseBoard(board, options), Result::Ok);
+    ASSERT_EQ(solver.Search(whole), Result::Ok);
+    ASSERT_EQ(solver.OptimizeMoves(whole), Result::GoOn);
+    ASSERT_TRUE(solver.Counters().MovesProved);
+    const int best = solver.Kept(1).SolMoves;
+    const int pushes = solver.Kept(1).SolPushes;
+    // The last yields are the proof's, the others the pass's.
+    const long last = whole.Yields;
+    for (const long at : {1L, 2L, last / 4, last / 2, last - 40, last - 10, last - 1, last}) {
+        StopAtYield hooks;
+        hooks.At = at;
+        ASSERT_EQ(solver.AnalyseBoard(board, options), Result::Ok);
+        ASSERT_EQ(solver.Search(hooks), Result::Ok);
+        const Result result = solver.OptimizeMoves(hooks);
+        ExpectWhole(solver, board, pushes);
+        EXPECT_GE(solver.Kept(1).SolMoves, best);
+        EXPECT_EQ(result == Result::Stopped, at < last || result != Result::GoOn) << at;
+        EXPECT_EQ(solver.Counters().MovesProved, result == Result::GoOn) << at;
+    }
+}
+
+TEST(Optimizer, AFullStoreKeepsTheSolutionsAndClaimsNothing) {
+    int filled = 0;
+    for (const char* name : {"03-two-rooms", "04-warehouse", "05-crossing"}) {
+        const Board board = Example(name);
+        Solver solver;
+        ASSERT_TRUE(solver.ApplySizes({200000, 8, 300}).Ok);
+        SolverHooks hooks;
+        ASSERT_EQ(solver.AnalyseBoard(board, {3, 0, 0, false}), Result::Ok);
+        ASSERT_EQ(solver.Search(hooks), Result::Ok);
+        const std::int32_t needed = solver.Counters().BucketCnt;
+        const int pushes = solver.Kept(1).SolPushes;
+        // A store that the search fills to the last position leaves the pass no room.
+        ASSERT_TRUE(solver.ApplySizes({needed, 8, 300}).Ok);
+        ASSERT_EQ(solver.AnalyseBoard(board, {3, 0, 0, false}), Result::Ok);
+        ASSERT_EQ(solver.Search(hooks), Result::Ok);
+        const Result result = solver.OptimizeMoves(hooks);
+        filled += result == Result::OutOfMemory ? 1 : 0;
+        EXPECT_EQ(solver.Counters().MovesProved, result == Result::GoOn);
+        ExpectWhole(solver, board, pushes);
+    }
+    EXPECT_GT(filled, 0);
+}
+
+struct BestRow {
+    std::string Level;
+    int Pushes = 0;
+    int Moves = 0;
+};
+
+std::vector<BestRow> BestRows() {
+    std::vector<BestRow> rows;
+    std::ifstream file(test::LevelsFolder() + "/best_moves.tsv");
+    std::string line;
+    std::getline(file, line);
+    while (std::getline(file, line)) {
+        BestRow row;
+        std::istringstream(line) >> row.Level >> row.Pushes >> row.Moves;
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+// Level 3 reaches the fewest moves known and proves them, whatever the search type and the hash; a
+// store that fills up before a solution is no failure of the proof.
+TEST(Optimizer, LevelThreeReachesTheFewestMovesKnown) {
+    const std::vector<BestRow> rows = BestRows();
+    if (rows.empty()) GTEST_SKIP() << "no best_moves.tsv in " << test::LevelsFolder();
+    constexpr SolverOptions settings[] = {{3, 0, 0, false}, {3, 0, 0, true},  {3, 1, 0, false},
+                                          {3, 2, 0, false}, {3, 0, 1, false}, {3, 0, 2, false}};
+    Solver solver;
+    ASSERT_TRUE(solver.ApplySizes({250000, 20, 300}).Ok);
+    int proved = 0;
+    for (const BestRow& row : rows) {
+        const auto text = test::ReadWholeFile(test::LevelsFolder() + "/" + row.Level + ".xsb");
+        Board board;
+        ASSERT_TRUE(text && test::ReadPlainLevel(*text, board) == Result::Ok) << row.Level;
+        for (const SolverOptions& options : settings) {
+            SCOPED_TRACE(row.Level + " side " + std::to_string(options.SeaType) + " hash " +
+                         std::to_string(options.HashCase));
+            SolverHooks hooks;
+            ASSERT_EQ(solver.AnalyseBoard(board, options), Result::Ok);
+            const Result result = solver.Search(hooks);
+            if (result == Result::OutOfMemory) continue;
+            ASSERT_EQ(result, Result::Ok);
+            if (solver.OptimizeMoves(hooks) != Result::GoOn) continue;
+            solver.BuildSolutions();
+            EXPECT_TRUE(solver.Counters().MovesProved);
+            EXPECT_EQ(solver.Kept(1).SolPushes, row.Pushes);
+            EXPECT_EQ(solver.Kept(1).SolMoves, row.Moves);
+            EXPECT_LE(solver.Kept(0).SolMoves, row.Moves);
+            ++proved;
+        }
+    }
+    EXPECT_GT(proved, 400);
+}
+
+// More work never makes it worse.
+TEST(Optimizer, EachLevelIsAtLeastAsGoodAsTheOneBelow) {
+    Solver solver;
+    ASSERT_TRUE(solver.ApplySizes({200000, 8, 300}).Ok);
+    for (const char* name : {"02-corner-shop", "03-two-rooms", "04-warehouse", "05-crossing"}) {
+        const Board board = Example(name);
+        int moves = 32767;
+        for (int level = 1; level <= 3; ++level) {
+            SolverHooks hooks;
+            ASSERT_EQ(solver.AnalyseBoard(board, {level, 0, 0, false}), Result::Ok);
+            ASSERT_EQ(solver.Search(hooks), Result::Ok);
+            ASSERT_EQ(solver.OptimizeMoves(hooks), Result::GoOn);
+            EXPECT_LE(solver.Kept(1).SolMoves, moves) << name << " level " << level;
+            moves = solver.Kept(1).SolMoves;
+        }
+    }
+}
+
+}  // namespace
