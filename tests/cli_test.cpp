@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -80,6 +79,18 @@ bool Contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
+// With "#" for what differs from machine to machine: the first figure in the lines that measure.
+std::string WithoutFigures(const std::string& text) {
+    std::string result;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line); result += line + "\n") {
+        if (line.rfind("seconds ", 0) != 0 && line.rfind("memory ", 0) != 0) continue;
+        const std::size_t figure = line.find_first_of("0123456789");
+        line.replace(figure, line.find(' ', figure) - figure, "#");
+    }
+    return result;
+}
+
 // The status and, for each level, the number and the words that end its solve.
 TEST_F(Cli, StatusAndResult) {
     struct Case {
@@ -138,19 +149,15 @@ TEST_F(Cli, TextAnswer) {
     EXPECT_EQ(run.Err,
               "kavit-solve: missing.xsb: can't open file, try again: "
               "No such file or directory\n");
-    const std::string seconds =
-        std::regex_replace(run.Out, std::regex("[0-9.]+ search"), "S search");
-    const std::string memory =
-        std::regex_replace(seconds, std::regex("[0-9.]+ bytes a position"), "M bytes a position");
-    EXPECT_EQ(memory,
+    EXPECT_EQ(WithoutFigures(run.Out),
               "three.xsb\n\n########\n#@ $  .#\n########\n\n"
               "Solution:  4/3  on  1 analyzed\n\nrRRR\n\n"
               "levels      3 (0 forward, 3 backward)\n"
               "positions   4 stored of 4000000 (0.0 %), 5 offered\n"
               "duplicates  0 improved, 0 dropped\n"
               "hash table  0.0 % full, 0 re-probes (0.00 an offer)\n"
-              "memory      M bytes a position\n"
-              "seconds     S search\n\n"
+              "memory      # bytes a position\n"
+              "seconds     # search\n\n"
               "corner.xsb\n\n#####\n#$ @#\n# . #\n#####\n\n"
               "There is, at least, one frozen block\n\n");
 }
@@ -190,6 +197,40 @@ TEST_F(Cli, JsonFields) {
         EXPECT_TRUE(played.Solved);
         EXPECT_EQ(played.Moves, objects[0].at("SolMoves")[k]);
         EXPECT_EQ(played.Pushes, objects[0].at("SolPushes")[k]);
+    }
+}
+
+// The optimizer's end: done, or the store filled up by it with the solution in hand.
+TEST_F(Cli, HowTheOptimizerEnded) {
+    struct Case {
+        const char* Positions;
+        const char* OptLevel;
+        int LastMsg;
+        bool Proved;
+        const char* Says;
+    };
+    const Case cases[] = {
+        {"4000000", "1", 30, false, "Solution:  42/13  on  10 analyzed\n\n"},
+        {"4000000", "2", 29, false, "Best solution   42/13  on  "},
+        {"4000000", "3", 29, true,
+         "\nProved: no solution with 13 pushes has fewer than 36 moves\n"},
+        {"98", "3", 44, false, "Out of memory but there is a solution   42/13\n\n"},
+    };
+    const std::string level = KAVIT_EXAMPLES_FOLDER "/02-corner-shop.xsb";
+    for (const Case& c : cases) {
+        const Strings args = {"--max-positions", c.Positions, "--opt-level", c.OptLevel, level};
+        SCOPED_TRACE(::testing::PrintToString(args));
+        const ProgramRun text = Run(args);
+        EXPECT_EQ(text.Status, 0);
+        EXPECT_TRUE(Contains(text.Out, c.Says)) << text.Out;
+        Strings json = args;
+        json.insert(json.begin(), "--json");
+        const std::vector<Json> objects = Objects(Run(json).Out);
+        ASSERT_EQ(objects.size(), 1U);
+        EXPECT_EQ(objects[0].at("result"), 0);
+        EXPECT_EQ(objects[0].at("LastMsg"), c.LastMsg);
+        EXPECT_EQ(objects[0].at("movesProved"), c.Proved);
+        EXPECT_EQ(objects[0].at("message"), c.Proved ? "Solution:  36/13" : "Solution:  42/13");
     }
 }
 

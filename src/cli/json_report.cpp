@@ -55,9 +55,11 @@ std::string JsonLine(const LevelReport& report) {
     if (report.Fault.empty()) {
         object["result"] = static_cast<int>(report.Code);
         object["message"] = report.Solved() ? report.SolvedMessage : report.Lines.Left.value_or("");
+        object["LastMsg"] = static_cast<int>(report.LastMsg);
     } else {
         object["result"] = nullptr;
         object["message"] = report.Fault;
+        object["LastMsg"] = nullptr;
     }
     AddSolutions(object, report);
     AddCounters(object, report.Solve.Counters);

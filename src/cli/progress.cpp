@@ -1,5 +1,6 @@
 #include "cli/progress.h"
 
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -18,6 +19,14 @@ constexpr std::string_view kEraseLine = "\r\x1b[K";
 void WriteError(std::string_view text) {
     // A line of a progress bar that gets lost is drawn again.
     [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
+}
+
+// A line that wraps could not be erased any more. A terminal that keeps its width to itself is
+// taken for an ordinary one.
+std::size_t RoomInLine() {
+    winsize size = {};
+    if (ioctl(STDERR_FILENO, TIOCGWINSZ, &size) != 0 || size.ws_col == 0) return 79;
+    return size.ws_col - 1U;
 }
 
 }  // namespace
@@ -40,7 +49,8 @@ void Progress::Show(const SearchCounters& counters, std::int64_t numPos, double 
     if (!wanted_ || now < next_) return;
     next_ = now + kEverySeconds;
     shown_ = true;
-    WriteError(std::string(kEraseLine) + ProgressLine(counters, numPos, now));
+    const std::string line = ProgressLine(counters, numPos, now);
+    WriteError(std::string(kEraseLine) + line.substr(0, RoomInLine()));
 }
 
 void Progress::Clear() {

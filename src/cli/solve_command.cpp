@@ -137,6 +137,7 @@ void SolveCommand::ShowResult(LevelReport& report, Result number) const {
     MessageValues values;
     ReadValues(values, solver_, hooks_);
     MessageCatalogue catalogue;
+    report.LastMsg = number;
     report.Lines = catalogue.ShowMsg(number, values);
 }
 
