@@ -121,6 +121,10 @@ SettingsReply ReadSettings(const std::filesystem::path& file) {
             name + " can't be read: " + std::error_code(errno, std::generic_category()).message();
         return reply;
     }
+    if (text.size() == kMostBytes) {  // a number may have been cut in two
+        reply.Fault = name + " is malformed: it is longer than six numbers need.";
+        return reply;
+    }
     reply = ParseSettings(text);
     if (!reply.Fault.empty()) reply.Fault = name + " is malformed: " + reply.Fault + ".";
     return reply;
