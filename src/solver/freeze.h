@@ -41,8 +41,8 @@ class FreezeBoard {
   private:
     // An enumeration, not a byte: a store of a byte may change anything for all the compiler knows.
     enum class Content : std::uint8_t { Free = 0, Wall = 1, Box = 2 };
-    static constexpr int kPad = 32;  // a row above and below
-    static std::size_t At(int bit) { return static_cast<std::size_t>(bit + kPad); }
+    static constexpr std::size_t kPad = 32;  // a row above and below
+    static std::size_t At(int bit) { return static_cast<std::size_t>(bit) + kPad; }
 
     bool Blocked(int bit, int step, bool& notOnGoal) {
         notOnGoal = notOnGoal || goal_[At(bit)] == 0;

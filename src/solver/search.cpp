@@ -57,9 +57,9 @@ Result PrepareSearch(SearchState& state, Expander& expander) {
     StartOffer start;
     start.Boxes = state.Arrays.BoxStart;
     start.ManCell = state.Arrays.ManStart;
-    Result result = expander.OfferStart(start);
+    (void)expander.OfferStart(start);  // what stops it stops the next one too
     state.Top1 = state.End1 = state.LastPos;
-    result = StoreBackwardStarts(state, expander);
+    const Result result = StoreBackwardStarts(state, expander);
     LevelTables::Run(state.Levels.ForwTopEnd, 1, 1) = {state.Top1, state.End1};
     LevelTables::Run(state.Levels.BackTopEnd, 1, 1) = {state.Top2, state.End2};
     state.OptLevel = state.Options.OptLevel;
