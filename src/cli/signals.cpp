@@ -48,4 +48,18 @@ SignalGuard::~SignalGuard() {
     stopFlag = nullptr;
 }
 
+SignalHold::SignalHold(bool wanted) {
+    sigset_t held;
+    sigemptyset(&held);
+    if (wanted) {
+        sigaddset(&held, SIGINT);
+        sigaddset(&held, SIGTERM);
+    }
+    pthread_sigmask(SIG_BLOCK, &held, &before_);
+}
+
+SignalHold::~SignalHold() {
+    pthread_sigmask(SIG_SETMASK, &before_, nullptr);
+}
+
 }  // namespace kavit

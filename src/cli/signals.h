@@ -1,7 +1,7 @@
 #pragma once
 
 #include <atomic>
-#include <string>
+#include <csignal>
 
 namespace kavit {
 
@@ -16,6 +16,19 @@ class SignalGuard {
     ~SignalGuard();
     SignalGuard(const SignalGuard&) = delete;
     SignalGuard& operator=(const SignalGuard&) = delete;
+};
+
+// While it lives, SIGINT and SIGTERM wait: even a second one does not come between the two halves
+// of what must be whole. Only for what takes no longer than writing a file.
+class SignalHold {
+  public:
+    explicit SignalHold(bool wanted = true);
+    ~SignalHold();
+    SignalHold(const SignalHold&) = delete;
+    SignalHold& operator=(const SignalHold&) = delete;
+
+  private:
+    sigset_t before_ = {};
 };
 
 }  // namespace kavit

@@ -4,6 +4,7 @@
 #include <system_error>
 #include <utility>
 
+#include "cli/signals.h"
 #include "output/atomic_file.h"
 
 namespace kavit {
@@ -43,6 +44,7 @@ std::string SolTarget::WriteTo(const fs::path& path, const LevelReport& report) 
         fs::create_directories(path.parent_path(), failed);
         if (failed) return ShownName(path.parent_path().string()) + ": " + failed.message();
     }
+    const SignalHold hold;  // an end in between would leave the temporary file behind
     return WriteWholeFile(path, SolutionFileText(report.Solve));
 }
 

@@ -1,11 +1,14 @@
 #include "cli/standard_streams.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <ios>
 #include <system_error>
+
+#include "cli/signals.h"
 
 namespace kavit {
 
@@ -17,7 +20,13 @@ void FillClosedStreams() {
     }
 }
 
+AnswerStream::AnswerStream() {
+    struct stat about = {};
+    toFile_ = fstat(STDOUT_FILENO, &about) == 0 && S_ISREG(about.st_mode);
+}
+
 bool AnswerStream::Write(std::string_view text) {
+    const SignalHold hold(toFile_);
     while (error_ == 0 && !text.empty()) {
         const ssize_t written = write(STDOUT_FILENO, text.data(), text.size());
         if (written >= 0) {

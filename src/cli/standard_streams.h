@@ -13,10 +13,12 @@ namespace kavit {
 // neither reads nor writes.
 void FillClosedStreams();
 
-// Standard output. A text goes out in one call as far as the system takes it at once, so that the
-// lines of a report are never torn by an end that comes in between.
+// Standard output. A text goes out in one call as far as the system takes it at once, and into a
+// file with signals held back, so that a report is not torn by an end that comes in between. A
+// terminal or a pipe may keep the program waiting; there a signal must get through.
 class AnswerStream {
   public:
+    AnswerStream();
     // False when it could not be written; every later call then fails too.
     bool Write(std::string_view text);
     [[nodiscard]] bool Failed() const { return error_ != 0; }
@@ -24,6 +26,7 @@ class AnswerStream {
     [[nodiscard]] std::string Reason() const;
 
   private:
+    bool toFile_ = false;
     int error_ = 0;
 };
 
