@@ -178,7 +178,7 @@ class ExpanderOf final : public Expander {
     // branch that nobody could foresee.
     void FillManDist(int man, const Set& free) {
         Set front = region_.Single(man);
-        Set seen = front;
+        Set open = free - front;
         digits_ = {};
         unsigned distance = 0;
         do {
@@ -187,11 +187,11 @@ class ExpanderOf final : public Expander {
                 Set& digit = digits_[static_cast<std::size_t>(std::countr_zero(rest))];
                 digit = digit | front;
             }
-            front = (front.Around() & free) - seen;
-            seen = seen | front;
+            front = front.Around() & open;
+            open = open - front;
         } while (front.Any());
         digitCount_ = static_cast<unsigned>(std::bit_width(distance));
-        reach_ = ManRegion<Set>::MakeReach(free, seen);
+        reach_ = ManRegion<Set>::MakeReach(free, free - open);
     }
     // The cell must be in the man's reach.
     [[nodiscard]] int DistanceTo(int bit) const {

@@ -15,9 +15,10 @@ namespace kavit {
 // one cell (the box's old one) and blocks one (its new one), so the region is mostly the parent's,
 // less the one cell and plus the other, and its smallest cell is one of three. Whether it
 // is so is read off the cells around the two: the blocked cell divides nothing when its free
-// neighbours hang together around it, and the freed cell joins nothing new when all of its
-// free neighbours were in the region before. Only what is left over, a third of the successors in
-// levels made of corridors, is filled, and only as far as the answer needs.
+// neighbours hang together around it, and the freed cell joins nothing new when all of its free
+// neighbours were in the region before; nor does it matter what it joins when all cells out of his
+// reach are larger. Only what is left over, a quarter of the successors in levels made of
+// corridors, is filled, and only as far as the answer needs.
 template <typename Set>
 class ManRegion {
   public:
@@ -28,7 +29,8 @@ class ManRegion {
         Set Cells;
         Set Other;  // free, but out of his reach
         int First = -1;
-        int Second = -1;  // -1 when there is only one
+        int Second = -1;      // -1 when there is only one
+        int OtherFirst = -1;  // the smallest of Other, -1 when that is empty
     };
 
     explicit ManRegion(const Grid& grid) : step_(grid.Step) {
@@ -58,19 +60,21 @@ class ManRegion {
     }
     static Reach MakeReach(const Set& free, const Set& cells) {
         const int first = cells.Lowest();
-        return {free,  typename Set::Rows(free), cells, free - cells,
-                first, cells.LowestAbove(first)};
+        const Set other = free - cells;
+        return {free,  typename Set::Rows(free), cells,         other,
+                first, cells.LowestAbove(first), other.Lowest()};
     }
-    // The smallest cell reached from the seed through free cells. `hoped`, where it is not -1, is
-    // known to be the smallest that can come: the fill ends when it is reached.
-    [[nodiscard]] int FillLowest(Set seed, const Set& free, int hoped) const {
+    // The smallest cell reached from the seed, itself free, through free cells. `hoped`, where it
+    // is not -1, is known to be the smallest that can come: the fill ends when it is reached.
+    [[nodiscard]] int FillLowest(const Set& seed, const Set& free, int hoped) const {
         const Set goal = hoped >= 0 ? Single(hoped) : Set{};
         Set front = seed;
+        Set open = free - seed;
         for (;;) {
-            front = (front.Around() & free) - seed;
-            if (!front.Any()) return seed.Lowest();
+            front = front.Around() & open;
+            if (!front.Any()) return (free - open).Lowest();
             if ((front & goal).Any()) return hoped;
-            seed = seed | front;
+            open = open - front;
         }
     }
 
@@ -86,11 +90,11 @@ class ManRegion {
             divides = !kRingConnected[ring] && !kRingConnected[ring | RingBehind(direction)];
         }
         const int hoped = Smaller(reach, to, from);
-        if (!joins && !divides) return hoped;
-        if (!joins && from == hoped) return hoped;
+        const bool lowers = joins && reach.OtherFirst < hoped;
+        if (!lowers && (!divides || from == hoped)) return hoped;
         const Set free = (reach.Free | Single(from)) - Single(to);
         const Set seed = divides ? Single(from) : (reach.Cells | Single(from)) - Single(to);
-        return FillLowest(seed, free, joins ? -1 : hoped);
+        return FillLowest(seed, free, lowers ? -1 : hoped);
     }
 
     // The same after he has pulled the box from `from` one step in the direction; he stands one
@@ -111,11 +115,11 @@ class ManRegion {
         // The region stays whole; the freed cell belongs to it when it touches it.
         if (whole && !around && !touches) return least;
         const int hoped = Smaller(reach, to, from);
-        if (whole && !joins) return hoped;
-        if (!joins && man == hoped) return man;
+        const bool lowers = joins && reach.OtherFirst < hoped;
+        if (!lowers && (whole || man == hoped)) return hoped;
         const Set free = (reach.Free | Single(from)) - Single(to);
         const Set seed = whole ? (reach.Cells | Single(from)) - Single(to) : Single(man);
-        return FillLowest(seed, free, joins ? -1 : hoped);
+        return FillLowest(seed, free, lowers ? -1 : hoped);
     }
 
   private:

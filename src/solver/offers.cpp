@@ -49,7 +49,7 @@ void OfferBatch::Hash(const PositionStore& store) {
             Offer& offer = At(first + lane);
             offer.Slot = static_cast<std::int32_t>(h[lane]);
             offer.Step = store.HashStep(KeyOf(first + lane));
-            __builtin_prefetch(store.Slots() + offer.Slot);
+            store.PrefetchSlots(offer.Slot);
         }
     }
 }

@@ -48,9 +48,8 @@ bool PositionStore::Allocate(std::int64_t numPos, std::int64_t blocks, std::int3
     const auto indexBits =
         static_cast<unsigned>(std::bit_width(static_cast<std::uint64_t>(numPos)));
     indexMask_ = static_cast<std::uint32_t>((std::uint64_t{1} << indexBits) - 1);
-    // ceil(2^62 / HashSize), with an error below HashSize < 2^30.1: exact for every h below 2^31.9.
-    reciprocal_ = ((std::uint64_t{1} << 62) + static_cast<std::uint64_t>(hashSize) - 1) /
-                  static_cast<std::uint64_t>(hashSize);
+    // ceil(2^63 / HashSize), too large by less than HashSize < 2^31: exact for every h below 2^32.
+    reciprocal_ = ((std::uint64_t{1} << 63) - 1) / static_cast<std::uint64_t>(hashSize) + 1;
     hashMult_ = 256;
     while (hashMult_ > static_cast<std::uint32_t>(2147483647 / hashSize)) hashMult_ /= 2;
     return true;
