@@ -135,6 +135,7 @@ TEST_F(Cli, StatusAndResult) {
         EXPECT_EQ(run.Status, c.Status);
         const std::vector<Json> objects = Objects(run.Out);
         std::vector<int> results;
+        results.reserve(objects.size());
         for (const Json& object : objects) results.push_back(object.at("result").get<int>());
         EXPECT_EQ(results, c.Results);
         if (!objects.empty()) {

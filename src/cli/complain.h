@@ -10,4 +10,9 @@ inline void Complain(const std::string& sentence) {
     std::cerr << "kavit-solve: " + sentence + "\n";
 }
 
+// The same about one level.
+inline void Complain(const std::string& level, const std::string& sentence) {
+    Complain(level + ": " + sentence);
+}
+
 }  // namespace kavit

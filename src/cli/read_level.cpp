@@ -22,7 +22,7 @@ class InvalidChars {
   public:
     InvalidChars(std::string level, bool strict) : level_(std::move(level)), strict_(strict) {}
     ~InvalidChars() {
-        if (count_ > 1) Complain(level_ + ": " + std::to_string(count_ - 1) + " more of that kind");
+        if (count_ > 1) Complain(level_, std::to_string(count_ - 1) + " more of that kind");
     }
     InvalidChars(const InvalidChars&) = delete;
     InvalidChars& operator=(const InvalidChars&) = delete;
@@ -30,7 +30,7 @@ class InvalidChars {
     InvalidCharAnswer Ask(const InvalidChar& invalid) {
         question_ = InvalidCharText(invalid.Character);
         if (strict_) return InvalidCharAnswer::Cancel;
-        if (++count_ == 1) Complain(level_ + ": " + PlaceText(invalid.Place) + ": " + question_);
+        if (++count_ == 1) Complain(level_, PlaceText(invalid.Place) + ": " + question_);
         return InvalidCharAnswer::Space;
     }
     // What is wrong, without what would have been done about it.

@@ -144,12 +144,12 @@ void SolveCommand::ShowResult(LevelReport& report, Result number) const {
 void SolveCommand::Publish(const LevelReport& report) {
     const std::string name = ShownName(report.Name);
     if (!report.Analysed) {
-        Complain(name + ": " + report.Lines.Left.value_or("") +
-                 (report.Reason.empty() ? "" : ": " + report.Reason));
+        Complain(name, report.Lines.Left.value_or("") +
+                           (report.Reason.empty() ? "" : ": " + report.Reason));
     }
-    if (!report.Fault.empty()) Complain(name + ": " + report.Fault);
+    if (!report.Fault.empty()) Complain(name, report.Fault);
     for (const std::string& error : {report.SolError, report.DumpError}) {
-        if (!error.empty()) Complain(name + ": " + error);
+        if (!error.empty()) Complain(name, error);
     }
 
     const std::string answer = options_.Json ? JsonLine(report) : TextReport(report);
