@@ -21,9 +21,9 @@ std::vector<Case> FingerprintCases(const Folders& folders) {
     for (const std::string& level : LevelsIn(folders.Own)) {
         for (int seaType = 0; seaType < 3; ++seaType)
             for (int hashCase = 0; hashCase < 3; ++hashCase)
-                cases.push_back({level, {1, seaType, hashCase, false}, 300000});
-        cases.push_back({level, {0, 0, 0, false}, 300000});
-        cases.push_back({level, {3, 0, 0, true}, 300000});
+                cases.push_back({level, {1, seaType, hashCase, false}, 60000});
+        cases.push_back({level, {0, 0, 0, false}, 60000});
+        cases.push_back({level, {3, 0, 0, true}, 60000});
         cases.push_back({level, {1, 0, 0, false}, 500});
     }
     return cases;

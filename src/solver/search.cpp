@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "solver/recount.h"
+
 namespace kavit {
 
 namespace {
@@ -89,6 +91,7 @@ Result Step(SearchState& state, Expander& expander, std::uint8_t side, std::int3
         end = state.Counters.BucketCnt;
     }
     if (result != Result::GoOn) return result;
+    if constexpr (kRecount) RecountLevel(state, side, {job.Top, job.End}, {top, end});
     LevelTables::Run(table, depth + 1, 1) = {top, end};
     if (state.Counters.nSol > 0) return Result::Ok;
     return top > 0 ? Result::GoOn : Result::NoSolution;

@@ -8,6 +8,7 @@
 #include "solver/build_solution.h"
 #include "solver/optimize_moves.h"
 #include "solver/prove_moves.h"
+#include "solver/recount.h"
 #include "solver/search.h"
 
 namespace kavit {
@@ -113,7 +114,9 @@ Result Solver::Search(SolverHooks& hooks) {
     state_->Analysed = false;  // a second search needs a fresh store
     state_->Hooks = &hooks;
     const Stopwatch watch(state_->Counters.SearchSeconds);
-    return kavit::Search(*state_, *state_->Expander);
+    const Result result = kavit::Search(*state_, *state_->Expander);
+    if constexpr (kRecount) RecountStore(*state_);
+    return result;
 }
 
 Result Solver::OptimizeMoves(SolverHooks& hooks) {
@@ -124,6 +127,7 @@ Result Solver::OptimizeMoves(SolverHooks& hooks) {
         const Stopwatch watch(state_->Counters.PassSeconds);
         result = kavit::OptimizeMoves(*state_, *state_->Expander);
     }
+    if constexpr (kRecount) RecountStore(*state_);
     if (result != Result::GoOn || state_->Options.OptLevel != 3) return result;
     const Stopwatch watch(state_->Counters.ProofSeconds);
     result = ProveMoves(*state_, *state_->Expander);

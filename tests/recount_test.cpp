@@ -1,0 +1,107 @@
+#include "solver/recount.h"
+
+#include <gtest/gtest.h>
+
+#include "solver/expander.h"
+#include "solver/search.h"
+#include "support/plain_level.h"
+
+namespace kavit {
+namespace {
+
+// A search that has ended, and its second forward level, made out of the first.
+struct Ended {
+    Ended() : State(MachineMemory()) {
+        State.Batch.Reserve(8);
+        EXPECT_TRUE(State.Store.Resize(5000, 8));
+        State.Hooks = &Hooks;
+        const Board board =
+            test::PlainLevel({"########", "#. $  .#", "# $ @  #", "#      #", "########"});
+        InitSearchCounters(State);
+        EXPECT_EQ(AnalyseBoard(board, 8, State.Arrays), Result::Ok);
+        State.Store.Clear(State.Arrays.NumBoxes, 0);
+        EXPECT_EQ(Search(State, *MakeExpander(State)), Result::Ok);
+        Parents = LevelTables::Get(State.Levels.ForwTopEnd, 2, 1);
+        Made = LevelTables::Get(State.Levels.ForwTopEnd, 3, 1);
+    }
+    void Recount() const {
+        RecountLevel(State, kForwTag, Parents, Made);
+        RecountStore(State);
+    }
+    PosRecord Record() const { return State.Store.Record(Made.Top); }
+
+    SolverHooks Hooks;
+    SearchState State;
+    LevelRun Parents;
+    LevelRun Made;
+};
+
+TEST(Recount, SeesWhatDoesNotFit) {
+    EXPECT_NO_THROW(Ended().Recount());
+    const struct {
+        const char* Name;
+        void (*Spoil)(Ended&);
+    } cases[] = {
+        {"side",
+         [](Ended& e) {
+             PosRecord record = e.Record();
+             record.Tag = kBackTag;
+             e.State.Store.SetRecord(e.Made.Top, record);
+         }},
+        {"parent",
+         [](Ended& e) {
+             PosRecord record = e.Record();
+             record.Parent = e.Made.Top;
+             e.State.Store.SetRecord(e.Made.Top, record);
+         }},
+        {"moves",
+         [](Ended& e) {
+             PosRecord record = e.Record();
+             record.Moves = e.State.Store.Record(record.Parent).Moves;
+             e.State.Store.SetRecord(e.Made.Top, record);
+         }},
+        {"box",
+         [](Ended& e) {
+             const PositionStore& store = e.State.Store;
+             const std::vector<std::uint8_t> key(store.KeyAt(e.Record().Parent),
+                                                 store.KeyAt(e.Record().Parent) + 16);
+             e.State.Store.Append(e.Made.Top, e.Record(), key.data());
+         }},
+        {"lost slot",
+         [](Ended& e) {
+             for (int i = 0; i < e.State.Store.HashSize(); ++i) {
+                 std::uint32_t& slot = e.State.Store.Slots()[i];
+                 if (static_cast<int>(slot & e.State.Store.IndexMask()) == e.Made.Top) slot = 0;
+             }
+         }},
+        {"slot of no position",
+         [](Ended& e) {
+             e.State.Store.Slots()[e.State.Store.HashSize()] =
+                 static_cast<std::uint32_t>(e.State.Counters.BucketCnt + 1);
+         }},
+        {"slot twice",
+         [](Ended& e) {
+             std::uint32_t* slots = e.State.Store.Slots();
+             int empty = 0;
+             while (slots[empty] != 0) ++empty;
+             slots[empty] = static_cast<std::uint32_t>(e.Made.Top);
+         }},
+        {"count", [](Ended& e) { e.State.Counters.BucketCnt += 1; }},
+        {"levels that overlap",
+         [](Ended& e) { LevelTables::Run(e.State.Levels.ForwTopEnd, 2, 1).End += 1; }},
+        {"level of the other side",
+         [](Ended& e) {
+             LevelTables::Run(e.State.Levels.BackTopEnd, 9, 1) = e.Made;
+             LevelTables::Run(e.State.Levels.ForwTopEnd, 3, 1) = {};
+         }},
+    };
+    for (const auto& c : cases) {
+        Ended ended;
+        ASSERT_GT(ended.Made.Top, 0);
+        c.Spoil(ended);
+        EXPECT_THROW(ended.Recount(), SolverFault) << c.Name;
+    }
+}
+
+}  // namespace
+}  // namespace kavit
