@@ -4,15 +4,14 @@
 #include <algorithm>
 #include <csignal>
 #include <filesystem>
-#include <fstream>
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include "level/board.h"
-#include "level/level_reader.h"
 #include "level/replay.h"
+#include "support/levels.h"
 #include "support/program.h"
 #include "support/temp_folder.h"
 
@@ -27,13 +26,6 @@ using Strings = std::vector<std::string>;
 constexpr const char* kOnePush = "#####\n#@$.#\n#####\n";
 constexpr const char* kThreePushes = "########\n#@ $  .#\n########\n";
 constexpr const char* kTwoBoxes = "######\n#@$ .#\n# $ .#\n######\n";
-// One box can never pass the other.
-constexpr const char* kUnsolvable = "##########\n#@$ $  ..#\n##########\n";
-// Open floor and fifteen boxes: no machine is through with it in the time that a test takes.
-constexpr const char* kEndless =
-    "#################\n#...............#\n#               #\n# $ $ $ $ $ $ $ #\n"
-    "#               #\n# $ $ $ $ $ $ $ #\n#               #\n#       $       #\n"
-    "#       @       #\n#################\n";
 
 class Cli : public ::testing::Test {
   protected:
@@ -41,13 +33,13 @@ class Cli : public ::testing::Test {
         folder_.Write("one.xsb", kOnePush);
         folder_.Write("three.xsb", kThreePushes);
         folder_.Write("two.xsb", kTwoBoxes);
-        folder_.Write("none.xsb", kUnsolvable);
+        folder_.Write("none.xsb", kavit::test::kUnsolvable);
         folder_.Write("solved.xsb", "#####\n#@* #\n#####\n");
         folder_.Write("corner.xsb", "#####\n#$ @#\n# . #\n#####\n");
         folder_.Write("nobox.xsb", "#####\n#@. #\n#####\n");
         folder_.Write("wide.xsb", "####################\n");
         folder_.Write("letter.xsb", "#####\n#@$.#\n#xy##\n#####\n");
-        folder_.Write("endless.xsb", kEndless);
+        folder_.Write("endless.xsb", kavit::test::kEndless);
         fs::create_directory(folder_.Path("empty"));
     }
 
@@ -62,17 +54,20 @@ class Cli : public ::testing::Test {
     TempFolder folder_;
 };
 
+// Arguments written as in a shell: split at blanks, '' for an empty one.
+Strings Words(const std::string& line) {
+    Strings words;
+    std::istringstream stream(line);
+    for (std::string word; stream >> word;) words.push_back(word == "''" ? "" : word);
+    return words;
+}
+
 std::vector<Json> Objects(const std::string& out) {
     std::vector<Json> objects;
     std::istringstream lines(out);
     for (std::string line; std::getline(lines, line);) objects.push_back(Json::parse(line));
     EXPECT_TRUE(out.empty() || out.back() == '\n') << "a torn line";
     return objects;
-}
-
-std::string FileText(const std::string& name) {
-    std::ifstream file(name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 bool Contains(const std::string& text, const std::string& part) {
@@ -94,44 +89,33 @@ std::string WithoutFigures(const std::string& text) {
 // The status and, for each level, the number and the words that end its solve.
 TEST_F(Cli, StatusAndResult) {
     struct Case {
-        Strings Args;
+        const char* Args;
         int Status;
         std::vector<int> Results;
         std::string LastMessage;
     };
     const Case cases[] = {
-        {{"one.xsb", "three.xsb"}, 0, {0, 0}, "Solution:  4/3"},
-        {{"--opt-level", "0", "--search", "forward", "--hash", "2", "three.xsb"},
-         0,
-         {0},
-         "Solution:  4/3"},
-        {{"--blocks", "1", "two.xsb"}, 2, {1}, "This program is limited to  1 boxes"},
-        {{"nobox.xsb"}, 2, {2}, "Strange mapping ???"},
-        {{"solved.xsb"}, 2, {9}, "Problem already solved"},
-        {{"corner.xsb"}, 2, {14}, "There is, at least, one frozen block"},
-        {{"none.xsb"}, 3, {3}, "There is no solution !"},
-        {{"--max-positions", "1", "two.xsb"}, 4, {4}, "Out of memory before a solution"},
-        {{"--max-time", "1", "--blocks", "15", "--max-positions", "12000000", "endless.xsb"},
-         8,
-         {8},
-         "Time Out"},
-        {{""}, 5, {101}, "Nothing to Open"},
-        {{"empty"}, 5, {101}, "Nothing to Open"},
-        {{"wide.xsb"}, 5, {104}, "Width puzzle exceed the maximum (19)"},
-        {{"missing.xsb"}, 5, {106}, "can't open file, try again"},
-        {{"--strict", "letter.xsb"}, 5, {106}, "can't open file, try again"},
-        {{"letter.xsb"}, 0, {0}, "Solution:  1/1"},
+        {"one.xsb three.xsb", 0, {0, 0}, "Solution:  4/3"},
+        {"--opt-level 0 --search forward --hash 2 three.xsb", 0, {0}, "Solution:  4/3"},
+        {"--blocks 1 two.xsb", 2, {1}, "This program is limited to  1 boxes"},
+        {"nobox.xsb", 2, {2}, "Strange mapping ???"},
+        {"solved.xsb", 2, {9}, "Problem already solved"},
+        {"corner.xsb", 2, {14}, "There is, at least, one frozen block"},
+        {"none.xsb", 3, {3}, "There is no solution !"},
+        {"--max-positions 1 two.xsb", 4, {4}, "Out of memory before a solution"},
+        {"--max-time 1 --blocks 15 --max-positions 12000000 endless.xsb", 8, {8}, "Time Out"},
+        {"''", 5, {101}, "Nothing to Open"},
+        {"empty", 5, {101}, "Nothing to Open"},
+        {"wide.xsb", 5, {104}, "Width puzzle exceed the maximum (19)"},
+        {"missing.xsb", 5, {106}, "can't open file, try again"},
+        {"--strict letter.xsb", 5, {106}, "can't open file, try again"},
+        {"letter.xsb", 0, {0}, "Solution:  1/1"},
         // The first level that was not solved decides; all are tried.
-        {{"one.xsb", "none.xsb", "missing.xsb", "solved.xsb", "one.xsb"},
-         3,
-         {0, 3, 106, 9, 0},
-         "Solution:  1/1"},
+        {"one.xsb none.xsb missing.xsb solved.xsb one.xsb", 3, {0, 3, 106, 9, 0}, "Solution:  1/1"},
     };
     for (const Case& c : cases) {
-        Strings args = {"--json"};
-        args.insert(args.end(), c.Args.begin(), c.Args.end());
-        const ProgramRun run = Run(args);
-        SCOPED_TRACE(::testing::PrintToString(args) + "\n" + run.Out + run.Err);
+        const ProgramRun run = Run(Words(std::string("--json ") + c.Args));
+        SCOPED_TRACE(c.Args + ("\n" + run.Out + run.Err));
         EXPECT_EQ(run.Status, c.Status);
         const std::vector<Json> objects = Objects(run.Out);
         std::vector<int> results;
@@ -190,8 +174,7 @@ TEST_F(Cli, JsonFields) {
     }
     EXPECT_EQ(objects[2].at("reason"), "line 1, column 20");
 
-    kavit::Board board;
-    ASSERT_TRUE(kavit::ReadLevelFile(folder_.Path(strange), board, {}).Loaded());
+    const kavit::Board board = kavit::test::BoardOf(kTwoBoxes);
     for (const std::size_t k : {0U, 1U}) {
         const kavit::ReplayOutcome played =
             kavit::Replay(board, objects[0].at("SolString")[k].get<std::string>());
@@ -204,68 +187,70 @@ TEST_F(Cli, JsonFields) {
 // The optimizer's end: done, or the store filled up by it with the solution in hand.
 TEST_F(Cli, HowTheOptimizerEnded) {
     struct Case {
-        const char* Positions;
-        const char* OptLevel;
+        const char* Args;
         int LastMsg;
         bool Proved;
+        const char* Message;
         const char* Says;
     };
     const Case cases[] = {
-        {"4000000", "1", 30, false, "Solution:  42/13  on  10 analyzed\n\n"},
-        {"4000000", "2", 29, false, "Best solution   42/13  on  "},
-        {"4000000", "3", 29, true,
+        {"--opt-level 1 02-corner-shop.xsb", 30, false, "Solution:  42/13",
+         "Solution:  42/13  on  10 analyzed\n\n"},
+        {"--opt-level 2 02-corner-shop.xsb", 29, false, "Solution:  42/13",
+         "Best solution   42/13  on  "},
+        {"--opt-level 3 02-corner-shop.xsb", 29, true, "Solution:  36/13",
          "\nProved: no solution with 13 pushes has fewer than 36 moves\n"},
-        {"98", "3", 44, false, "Out of memory but there is a solution   42/13\n\n"},
+        {"--opt-level 3 --max-positions 98 02-corner-shop.xsb", 44, false, "Solution:  42/13",
+         "Out of memory but there is a solution   42/13\n\n"},
+        {"--opt-level 2 --special 05-crossing.xsb", 29, false, "Solution:  105/36   107/34",
+         "Best solution   105/36   107/34  on  "},
     };
-    const std::string level = KAVIT_EXAMPLES_FOLDER "/02-corner-shop.xsb";
     for (const Case& c : cases) {
-        const Strings args = {"--max-positions", c.Positions, "--opt-level", c.OptLevel, level};
-        SCOPED_TRACE(::testing::PrintToString(args));
+        SCOPED_TRACE(c.Args);
+        Strings args = Words(c.Args);
+        args.back() = KAVIT_EXAMPLES_FOLDER "/" + args.back();
         const ProgramRun text = Run(args);
         EXPECT_EQ(text.Status, 0);
         EXPECT_TRUE(Contains(text.Out, c.Says)) << text.Out;
-        Strings json = args;
-        json.insert(json.begin(), "--json");
-        const std::vector<Json> objects = Objects(Run(json).Out);
+        args.insert(args.begin(), "--json");
+        const std::vector<Json> objects = Objects(Run(args).Out);
         ASSERT_EQ(objects.size(), 1U);
         EXPECT_EQ(objects[0].at("result"), 0);
         EXPECT_EQ(objects[0].at("LastMsg"), c.LastMsg);
         EXPECT_EQ(objects[0].at("movesProved"), c.Proved);
-        EXPECT_EQ(objects[0].at("message"), c.Proved ? "Solution:  36/13" : "Solution:  42/13");
+        EXPECT_EQ(objects[0].at("message"), c.Message);
+        for (const std::string letters : objects[0].at("SolString"))
+            EXPECT_TRUE(Contains(text.Out, "\n" + letters + "\n")) << text.Out;
     }
 }
 
 TEST_F(Cli, WrongUsage) {
-    struct Case {
-        Strings Args;
-        std::string Says;
+    const std::pair<const char*, const char*> cases[] = {
+        {"", "LEVEL"},
+        {"- -", "- may be given once"},
+        {"--nonsense one.xsb", "--nonsense"},
+        {"--search up one.xsb", "--search: 'up'"},
+        {"--max-positions 0 one.xsb", "--max-positions: '0' is not"},
+        {"--max-positions 2147483648 one.xsb", "from 1 to 2147483647"},
+        {"--max-positions 99999999999999999999 one.xsb", "from 1 to 2147483647"},
+        {"--max-positions 1e6 one.xsb", "--max-positions: '1e6'"},
+        {"--blocks -1 one.xsb", "--blocks: '-1'"},
+        {"--blocks 32768 one.xsb", "from 1 to 32767"},
+        {"--max-time 86401 one.xsb", "from 1 to 86400"},
+        {"--max-time '' one.xsb", "--max-time: ''"},
+        {"--opt-level 4 one.xsb", "from 0 to 3"},
+        {"--hash 3 one.xsb", "from 0 to 2"},
+        {"--sol '' one.xsb", "--sol"},
+        {"--dump-levels '' one.xsb", "--dump-levels"},
+        {"--dump-position 0 one.xsb", "from 1 to 2147483647"},
+        {"--sol one.xsb two.xsb three.xsb", "--sol: one.xsb"},
     };
-    const Case cases[] = {
-        {{}, "LEVEL"},
-        {{"-", "-"}, "- may be given once"},
-        {{"--nonsense", "one.xsb"}, "--nonsense"},
-        {{"--search", "up", "one.xsb"}, "--search: 'up'"},
-        {{"--max-positions", "0", "one.xsb"}, "--max-positions: '0' is not"},
-        {{"--max-positions", "2147483648", "one.xsb"}, "from 1 to 2147483647"},
-        {{"--max-positions", "99999999999999999999", "one.xsb"}, "from 1 to 2147483647"},
-        {{"--max-positions", "1e6", "one.xsb"}, "--max-positions: '1e6'"},
-        {{"--blocks", "-1", "one.xsb"}, "--blocks: '-1'"},
-        {{"--blocks", "32768", "one.xsb"}, "from 1 to 32767"},
-        {{"--max-time", "86401", "one.xsb"}, "from 1 to 86400"},
-        {{"--max-time", "", "one.xsb"}, "--max-time: ''"},
-        {{"--opt-level", "4", "one.xsb"}, "from 0 to 3"},
-        {{"--hash", "3", "one.xsb"}, "from 0 to 2"},
-        {{"--sol", "", "one.xsb"}, "--sol"},
-        {{"--dump-levels", "", "one.xsb"}, "--dump-levels"},
-        {{"--dump-position", "0", "one.xsb"}, "from 1 to 2147483647"},
-        {{"--sol", "one.xsb", "two.xsb", "three.xsb"}, "--sol: one.xsb"},
-    };
-    for (const Case& c : cases) {
-        const ProgramRun run = Run(c.Args);
-        SCOPED_TRACE(::testing::PrintToString(c.Args));
+    for (const auto& [args, says] : cases) {
+        const ProgramRun run = Run(Words(args));
+        SCOPED_TRACE(args);
         EXPECT_EQ(run.Status, 1);
         EXPECT_EQ(run.Out, "");
-        EXPECT_TRUE(Contains(run.Err, c.Says)) << run.Err;
+        EXPECT_TRUE(Contains(run.Err, says)) << run.Err;
     }
     for (const char* option : {"--help", "--version"}) {
         const ProgramRun run = Run({option, "one.xsb"});
@@ -273,7 +258,7 @@ TEST_F(Cli, WrongUsage) {
         EXPECT_TRUE(Contains(run.Out, "kavit-solve")) << run.Out;
         EXPECT_EQ(run.Err, "");
     }
-    EXPECT_EQ(FileText(folder_.Path("one.xsb")), kOnePush);
+    EXPECT_EQ(folder_.Read("one.xsb"), kOnePush);
 }
 
 // No machine gives that much; it must say so at once and not be killed later.
@@ -310,58 +295,62 @@ TEST_F(Cli, InvalidCharacters) {
     EXPECT_TRUE(Contains(refused.Err, "Invalid char 'x' in Xsb, line 3, column 2")) << refused.Err;
 }
 
+TEST_F(Cli, StandardInputThatFails) {
+    ProgramSetup setup;
+    setup.Args = {"-", "one.xsb"};
+    setup.InputFolder = true;
+    setup.Folder = folder_.Path();
+    const ProgramRun run = RunSolve(setup);
+    EXPECT_EQ(run.Status, 5);
+    EXPECT_TRUE(Contains(run.Err, "-: can't open file, try again: reading failed")) << run.Err;
+    EXPECT_TRUE(Contains(run.Out, "\nR\n")) << run.Out;
+}
+
 // Which files are there afterwards, what goes wrong, and the status.
 TEST_F(Cli, SolutionFiles) {
     struct Case {
-        Strings Args;
+        const char* Args;
         int Status;
-        Strings Files;
+        const char* Files;
         std::string Says;
     };
     const Case cases[] = {
-        {{"--sol", "x", "one.xsb"}, 0, {"x"}, ""},
-        {{"--sol", "new/dir/", "one.xsb"}, 0, {"new/dir/one.sol"}, ""},
-        {{"--sol", "empty", "one.xsb", "none.xsb"}, 3, {"empty/one.sol"}, ""},
-        {{"--sol", "all", "one.xsb", "two.xsb"}, 0, {"all/one.sol", "all/two.sol"}, ""},
-        {{"--sol", "e/", "--expert", "--hash", "2", "--opt-level", "0", "one.xsb"},
-         0,
-         {"e/one_none_2.sol"},
-         ""},
-        {{"--sol", "in/", "-"}, 0, {"in/standard-input.sol"}, ""},
-        {{"--sol", "one.xsb", "one.xsb"}, 7, {}, "one.xsb: this is a level file"},
-        {{"--sol", "twice", "one.xsb", "./one.xsb", "two.xsb"},
-         7,
-         {"twice/one.sol", "twice/two.sol"},
+        {"--sol x one.xsb", 0, "x", ""},
+        {"--sol new/dir/ one.xsb", 0, "new/dir/one.sol", ""},
+        {"--sol empty one.xsb none.xsb", 3, "empty/one.sol", ""},
+        {"--sol all one.xsb two.xsb", 0, "all/one.sol all/two.sol", ""},
+        {"--sol e/ --expert --hash 2 --opt-level 0 one.xsb", 0, "e/one_none_2.sol", ""},
+        {"--sol in/ -", 0, "in/standard-input.sol", ""},
+        {"--sol one.xsb one.xsb", 7, "", "one.xsb: this is a level file"},
+        {"--sol twice one.xsb ./one.xsb two.xsb", 7, "twice/one.sol twice/two.sol",
          "twice/one.sol: holds the solution of one.xsb"},
-        {{"--sol", "missing/x", "one.xsb"}, 7, {}, "missing/x"},
-        {{"--sol", "/proc/nothing/", "one.xsb", "none.xsb"}, 3, {}, "/proc/nothing"},
+        {"--sol missing/x one.xsb", 7, "", "missing/x"},
+        {"--sol /proc/nothing/ one.xsb none.xsb", 3, "", "/proc/nothing"},
     };
     for (const Case& c : cases) {
-        const ProgramRun run = Run(c.Args, kOnePush);
-        SCOPED_TRACE(::testing::PrintToString(c.Args) + run.Err);
+        const ProgramRun run = Run(Words(c.Args), kOnePush);
+        SCOPED_TRACE(c.Args + run.Err);
         EXPECT_EQ(run.Status, c.Status);
         EXPECT_TRUE(Contains(run.Out, "\nR\n")) << "the answer itself: " << run.Out;
         EXPECT_TRUE(Contains(run.Err, c.Says));
         EXPECT_EQ(run.Err.empty(), c.Says.empty());
-        for (const std::string& file : c.Files) {
-            EXPECT_TRUE(Contains(FileText(folder_.Path(file)), "\\RESULT: ")) << file;
+        for (const std::string& file : Words(c.Files)) {
+            EXPECT_TRUE(Contains(folder_.Read(file), "\\RESULT: ")) << file;
         }
     }
-    EXPECT_EQ(FileText(folder_.Path("one.xsb")), kOnePush);
-    EXPECT_FALSE(Contains(FileText(folder_.Path("x")), "HashCnt"));
-    EXPECT_TRUE(Contains(FileText(folder_.Path("e/one_none_2.sol")), "\\HashCnt: "));
-    EXPECT_TRUE(Contains(FileText(folder_.Path("in/standard-input.sol")), "#@$.#\r\n"));
+    EXPECT_EQ(folder_.Read("one.xsb"), kOnePush);
+    EXPECT_FALSE(Contains(folder_.Read("x"), "HashCnt"));
+    EXPECT_TRUE(Contains(folder_.Read("e/one_none_2.sol"), "\\HashCnt: "));
+    EXPECT_TRUE(Contains(folder_.Read("in/standard-input.sol"), "#@$.#\r\n"));
 }
 
 TEST_F(Cli, Dumps) {
-    const Strings options = {"--dump-levels", "d", "--dump-position", "2", "--expert"};
-    Strings args = options;
-    args.insert(args.end(), {"three.xsb", "none.xsb", "solved.xsb"});
-    EXPECT_EQ(Run(args).Status, 3);
+    const std::string options = "--dump-levels d --dump-position 2 --expert ";
+    EXPECT_EQ(Run(Words(options + "three.xsb none.xsb solved.xsb")).Status, 3);
     for (const char* base : {"three_some", "none_some"}) {
-        const std::string levels = FileText(folder_.Path(std::string("d_") + base + ".txt"));
+        const std::string levels = folder_.Read(std::string("d_") + base + ".txt");
         EXPECT_EQ(levels.rfind(std::string(base) + ":  ForwTopEnd", 0), 0U) << levels;
-        const std::string line = FileText(folder_.Path(std::string(base) + "_Dist.txt"));
+        const std::string line = folder_.Read(std::string(base) + "_Dist.txt");
         EXPECT_TRUE(Contains(line, "Bucket: ( 0002)")) << line;
     }
     EXPECT_FALSE(fs::exists(folder_.Path("d_solved_some.txt"))) << "there was no search";
@@ -392,7 +381,7 @@ TEST_F(Cli, StandardOutputThatFails) {
         EXPECT_EQ(run.Status, 7);
         EXPECT_TRUE(Contains(run.Err, c.Says)) << run.Err;
         EXPECT_EQ(run.Err.empty(), c.Says.empty()) << run.Err;
-        EXPECT_FALSE(Contains(FileText(folder_.Path("s/one.sol")), "positions"));
+        EXPECT_FALSE(Contains(folder_.Read("s/one.sol"), "positions"));
         EXPECT_FALSE(fs::exists(folder_.Path("s/two.sol"))) << "it went on without a reader";
     }
 }
@@ -413,6 +402,8 @@ TEST_F(Cli, SignalsAndProgress) {
         const ProgramRun run = RunSolve(setup);
         EXPECT_EQ(run.Status, 8);
         EXPECT_TRUE(sent) << "no progress bar: " << run.Err;
+        for (std::size_t at = 0; (at = run.Err.find('[', at + 1)) != std::string::npos;)
+            EXPECT_LT(run.Err.find_first_of("\r\n", at) - at, 60U) << "it wraps: " << run.Err;
         EXPECT_TRUE(Contains(run.Err, "stopped before two.xsb")) << run.Err;
         const std::vector<Json> objects = Objects(run.Out);
         ASSERT_EQ(objects.size(), 2U) << run.Out;

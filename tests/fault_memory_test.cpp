@@ -8,7 +8,7 @@
 #include "solver/memory_source.h"
 #include "solver/solver.h"
 #include "support/failing_new.h"
-#include "support/plain_level.h"
+#include "support/levels.h"
 #include "support/temp_folder.h"
 
 namespace kavit::test {
@@ -35,7 +35,7 @@ class FailingSource final : public MemorySource {
 // The number of the result and the pushes; what a search counts must not depend on what failed
 // before it.
 std::string Solve(Solver& solver) {
-    const Board level = PlainLevel({"########", "#@$  . #", "# $  . #", "#  #   #", "########"});
+    const Board level = BoardOf("########\n#@$  . #\n# $  . #\n#  #   #\n########");
     SolverHooks hooks;
     const Result analysed = solver.AnalyseBoard(level, {3, 0, 0, false});
     if (analysed != Result::Ok) return "refused";
@@ -93,6 +93,9 @@ TEST(FaultMemory, EvenTheOldSizesAreGone) {
     EXPECT_EQ(solver.ApplySizes(kOld).Message, kNoMemory);
     source.FailAfter = false;
     ASSERT_TRUE(solver.ApplySizes(kOld).Ok);
+    Solver moved(std::move(solver));
+    EXPECT_EQ(Solve(moved), SolveWith(kOld));
+    solver = std::move(moved);
     EXPECT_EQ(Solve(solver), SolveWith(kOld));
 }
 

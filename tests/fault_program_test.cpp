@@ -11,7 +11,7 @@
 #include <sstream>
 #include <thread>
 
-#include "support/plain_level.h"
+#include "support/levels.h"
 #include "support/program.h"
 #include "support/random_level.h"
 #include "support/temp_folder.h"
@@ -22,10 +22,6 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view kLevel = "########\n#@$  . #\n# $  . #\n#  #   #\n########\n";
-constexpr std::string_view kEndless =
-    "#################\n#...............#\n#               #\n# $ $ $ $ $ $ $ #\n"
-    "#               #\n# $ $ $ $ $ $ $ #\n#               #\n#       $       #\n"
-    "#       @       #\n#################\n";
 
 // Every line is a whole object.
 void CheckObjects(const std::string& out, std::size_t most) {
@@ -42,7 +38,7 @@ void CheckSolutionFiles(const fs::path& folder) {
     if (!fs::exists(folder)) return;
     for (const auto& entry : fs::directory_iterator(folder)) {
         EXPECT_EQ(entry.path().extension(), ".sol") << entry.path();
-        const std::string text = ReadWholeFile(entry.path().string()).value_or("");
+        const std::string text = ReadWholeFile(entry.path().string());
         EXPECT_NE(text.find("\\RESULT: "), std::string::npos) << entry.path() << "\n" << text;
         EXPECT_TRUE(text.ends_with("\r\n")) << text;
     }

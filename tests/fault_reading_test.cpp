@@ -42,6 +42,14 @@ TEST(FaultReading, ADiskThatFailsOnTheWay) {
     }
 }
 
+TEST(FaultReading, AStreamThatIsBrokenFromTheStart) {
+    std::istream stream(nullptr);
+    Board board;
+    board.Cell[7] = kBox;
+    EXPECT_EQ(ReadLevelStream(stream, board, {}).Code, Result::CantOpen);
+    EXPECT_EQ(board.Cell, Board{}.Cell);
+}
+
 // Settings are one short line: what is longer is refused instead of cut.
 TEST(FaultReading, SettingsThatCantBeRead) {
     const TempFolder folder;

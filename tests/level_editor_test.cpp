@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "level/level_reader.h"
 #include "level/transform.h"
+#include "support/levels.h"
 
 namespace kavit {
 namespace {
@@ -15,9 +15,7 @@ using Cells = std::vector<int>;
 
 struct Drawing {
     Drawing() { Pen.Open(); }
-    explicit Drawing(const std::string& text) : Drawing() {
-        EXPECT_TRUE(ImportLevelText(text, Level, {}).Loaded());
-    }
+    explicit Drawing(const std::string& text) : Drawing() { Level = test::BoardOf(text); }
 
     // Clicks one cell with a tool.
     EditReply Click(int tool, int index) {

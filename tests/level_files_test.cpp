@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -15,23 +16,11 @@ using std::string;
 namespace fs = std::filesystem;
 
 TEST(LevelFiles, NaturalOrder) {
-    const std::vector<string> ordered = {"",
-                                         "1.xsb",
-                                         "01.xsb",
-                                         "2.xsb",
-                                         "010.xsb",
-                                         "A.xsb",
-                                         "a.xsb",
-                                         "B.xsb",
-                                         "lev",
-                                         "Lev2.xsb",
-                                         "lev2a",
-                                         "lev2b3",
-                                         "lev2b007",
-                                         "lev10",
-                                         "lev99999999999999999998",
-                                         "lev99999999999999999999",
-                                         "level"};
+    std::istringstream names(
+        "1.xsb 01.xsb 2.xsb 010.xsb A.xsb a.xsb B.xsb lev Lev2.xsb lev2a lev2b3 lev2b007 lev10"
+        " lev99999999999999999998 lev99999999999999999999 level");
+    std::vector<string> ordered = {""};
+    for (string name; names >> name;) ordered.push_back(name);
     // "1.xsb" and "01.xsb" are equal by value; then the bytes decide.
     std::vector<string> sorted = ordered;
     std::swap(sorted[1], sorted[2]);
@@ -57,10 +46,7 @@ TEST(LevelFiles, NextNumberedName) {
         {"2147483647", "2147483648"},
         {"x2147483648z", "x2147483649z"},
         {string(40, '9'), "1" + string(40, '0')},
-        {"\xC3\xA9"
-         "19",
-         "\xC3\xA9"
-         "20"},
+        {"\303\25119", "\303\25120"},
     };
     for (const auto& [name, next] : cases) EXPECT_EQ(NextNumberedName(name), next);
 }

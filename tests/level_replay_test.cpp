@@ -5,16 +5,12 @@
 #include <string>
 #include <vector>
 
-#include "level/level_reader.h"
+#include "support/levels.h"
 
 namespace kavit {
 namespace {
 
-Board BoardOf(const std::string& text) {
-    Board board;
-    EXPECT_TRUE(ImportLevelText(text, board, {}).Loaded());
-    return board;
-}
+using test::BoardOf;
 
 struct ReplayCase {
     const char* Level;

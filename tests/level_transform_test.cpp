@@ -6,18 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "level/level_reader.h"
+#include "support/levels.h"
 
 namespace kavit {
 namespace {
 
 using std::string;
-
-Board BoardOf(const string& text) {
-    Board board;
-    EXPECT_TRUE(ImportLevelText(text, board, {}).Loaded());
-    return board;
-}
+using test::BoardOf;
 
 // The rectangle of the occupied squares, rows split by "|".
 string Shape(Board board) {
@@ -153,6 +148,16 @@ TEST(Transform, EachButton) {
     EXPECT_FALSE(MirrorRotate(empty, 0).Changed);
     EXPECT_FALSE(ShiftBoard(empty, 4).Changed);
     EXPECT_EQ(empty, Board{});
+    // Without a man, and with a button that there is not.
+    Board noMan = BoardOf("####\n#.##");
+    const Board before = noMan;
+    for (const int button : {-1, 5}) {
+        EXPECT_FALSE(ShiftBoard(noMan, button).Changed || MirrorRotate(noMan, button).Changed);
+        EXPECT_EQ(noMan.Cell, before.Cell);
+    }
+    EXPECT_TRUE(MirrorRotate(noMan, 1).Changed);
+    EXPECT_EQ(Shape(noMan), "####|##.#|");
+    EXPECT_EQ(noMan.ManPos, before.ManPos);
 }
 
 TEST(Transform, ATurnStaysOnTheBoard) {
@@ -209,6 +214,42 @@ TEST(Transform, TheLawsOfTurning) {
                 ASSERT_EQ(board.ManPos, start.ManPos);
             }
         }
+    }
+}
+
+// The fewest pushes that solve the board, by a solution that was played through; -1 for none.
+int FewestPushes(const Board& board) {
+    Solver solver;
+    EXPECT_TRUE(solver.ApplySizes({20000, 4, 60}).Ok);
+    SolverHooks hooks;
+    if (solver.AnalyseBoard(board, {}) != Result::Ok) return -1;
+    if (solver.Search(hooks) != Result::Ok) return -1;
+    solver.BuildSolutions();
+    EXPECT_EQ(test::KeptFault(solver, board), "");
+    return solver.Kept(1).SolPushes;
+}
+
+// Wherever a level stands and however it is turned, it takes the same pushes.
+TEST(Transform, ALevelStaysAsHardAsItWas) {
+    const char* level =
+        "#######\n"
+        "#  #  ###\n"
+        "# $ $ ..#\n"
+        "#  ## # #\n"
+        "##  $@ .#\n"
+        " #  ## ##\n"
+        " #     #\n"
+        " #######\n";
+    Board board = BoardOf(level);
+    const int pushes = FewestPushes(board);
+    ASSERT_EQ(pushes, 12);
+    for (const int shift : {4, 1, 2, 4, 3, 0}) {
+        ShiftBoard(board, shift);
+        EXPECT_EQ(FewestPushes(board), pushes) << "shift " << shift;
+    }
+    for (const int button : {0, 1, 2, 3, 4, 0, 0, 2, 1}) {
+        ASSERT_TRUE(MirrorRotate(board, button).Changed);
+        EXPECT_EQ(FewestPushes(board), pushes) << "button " << button;
     }
 }
 

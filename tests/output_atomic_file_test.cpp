@@ -9,8 +9,6 @@
 
 #include <csignal>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "support/temp_folder.h"
 
@@ -21,10 +19,6 @@ namespace fs = std::filesystem;
 
 class AtomicFile : public testing::Test {
   protected:
-    static std::string Read(const fs::path& path) {
-        std::ifstream in(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
     // Every name in the folder; a temporary file left behind would show.
     std::string Names() const {
         std::string names;
@@ -41,14 +35,14 @@ class AtomicFile : public testing::Test {
 TEST_F(AtomicFile, WritesReplacesAndKeepsPermissions) {
     const fs::path file = folder_ / "a.sol";
     EXPECT_EQ(WriteWholeFile(file, std::string("one\0two", 7)), "");
-    EXPECT_EQ(Read(file), std::string("one\0two", 7));
+    EXPECT_EQ(temp_.Read("a.sol"), std::string("one\0two", 7));
     const mode_t mask = umask(0);
     umask(mask);
     EXPECT_EQ(static_cast<mode_t>(fs::status(file).permissions()), 0666 & ~mask);
 
     fs::permissions(file, fs::perms{0640});
     EXPECT_EQ(WriteWholeFile(file, ""), "");
-    EXPECT_EQ(Read(file), "");
+    EXPECT_EQ(temp_.Read("a.sol"), "");
     EXPECT_EQ(fs::status(file).permissions(), fs::perms{0640});
     EXPECT_EQ(Names(), "a.sol ");
 }
@@ -61,7 +55,7 @@ TEST_F(AtomicFile, ALinkStaysALink) {
         EXPECT_EQ(WriteWholeFile(folder_ / "two", content), "");
         EXPECT_TRUE(fs::is_symlink(folder_ / "one"));
         EXPECT_TRUE(fs::is_symlink(folder_ / "two"));
-        EXPECT_EQ(Read(folder_ / "far/target"), content);
+        EXPECT_EQ(temp_.Read("far/target"), content);
     }
     fs::create_symlink("ring", folder_ / "ring");
     EXPECT_NE(WriteWholeFile(folder_ / "ring", "x"), "");
@@ -98,7 +92,7 @@ TEST_F(AtomicFile, FailuresNameFileAndReasonAndLeaveNothing) {
         EXPECT_NE(fault.find(path.string()), std::string::npos) << fault;
     }
     EXPECT_EQ(Names(), names);
-    EXPECT_EQ(Read(folder_ / "file"), "old");
+    EXPECT_EQ(temp_.Read("file"), "old");
 }
 
 // Runs `body` in a child process; returns its wait status.
@@ -124,7 +118,7 @@ TEST_F(AtomicFile, ADiskThatFillsUpKeepsTheOldFile) {
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
     std::signal(SIGXFSZ, oldHandler);
     EXPECT_NE(fault.find("a.sol\": File too large"), std::string::npos) << fault;
-    EXPECT_EQ(Read(file), "old");
+    EXPECT_EQ(temp_.Read("a.sol"), "old");
     EXPECT_EQ(Names(), "a.sol ");
 }
 
@@ -148,7 +142,7 @@ TEST_F(AtomicFile, AKillLeavesTheOldOrTheNewFile) {
         int status = 0;
         waitpid(child, &status, 0);
         ASSERT_TRUE(WIFSIGNALED(status));
-        const std::string content = Read(file);
+        const std::string content = temp_.Read("a.sol");
         ASSERT_TRUE(content == one || content == two) << content.size();
     }
 }
@@ -172,14 +166,14 @@ TEST_F(AtomicFile, PermissionsAreRespected) {
         return faults;
     });
     EXPECT_EQ(WEXITSTATUS(status), 0);
-    EXPECT_EQ(Read(folder_ / "read-only"), "old");
+    EXPECT_EQ(temp_.Read("read-only"), "old");
     fs::permissions(locked, fs::perms{0777});
 }
 
 TEST_F(AtomicFile, AppendsAtTheEnd) {
     EXPECT_EQ(AppendToFile(folder_ / "log", "a\n"), "");
     EXPECT_EQ(AppendToFile(folder_ / "log", "b\n"), "");
-    EXPECT_EQ(Read(folder_ / "log"), "a\nb\n");
+    EXPECT_EQ(temp_.Read("log"), "a\nb\n");
     EXPECT_NE(AppendToFile(folder_, "c\n"), "");
 }
 

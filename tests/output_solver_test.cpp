@@ -1,25 +1,16 @@
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
-#include <sstream>
-
-#include "level/level_reader.h"
 #include "output/dumps.h"
 #include "output/messages.h"
 #include "output/solution_file.h"
+#include "support/levels.h"
 #include "support/temp_folder.h"
 
 // The texts as they come out of a real solve.
 namespace kavit {
 namespace {
 
-Board Read(const std::string& text) {
-    Board board;
-    std::istringstream in(text);
-    EXPECT_TRUE(ReadLevelStream(in, board, {}).Loaded());
-    return board;
-}
+using test::BoardOf;
 
 // Shows each message as it comes, as both fronts do.
 struct Front : SolverHooks {
@@ -51,7 +42,7 @@ struct Solve {
 };
 
 TEST(SolvedTexts, MessagesAndReport) {
-    Solve solve(Read("#######\n#@$  .#\n#######\n"));
+    Solve solve(BoardOf("#######\n#@$  .#\n#######\n"));
     solve.Hooks.ShowMsg(Result::Solution);
     const std::string& shown = solve.Hooks.Shown;
     EXPECT_EQ(shown.rfind("Solver is now thinking very hard... | Analyzed up to  0 pushes\n", 0),
@@ -76,10 +67,6 @@ TEST(SolvedTexts, MessagesAndReport) {
 TEST(SolvedTexts, Dumps) {
     const TempFolder folder;
     const std::string base = folder.Path("abc");
-    const auto content = [](const std::string& file) {
-        std::ifstream in(file, std::ios::binary);
-        return std::string(std::istreambuf_iterator<char>(in), {});
-    };
     // Low on the board, keys hold compact numbers; the line shows cells all the same.
     Board low;
     for (std::size_t cell = 14 * Maxcol; cell < 17 * Maxcol; ++cell) low.Cell[cell] = kWall;
@@ -89,17 +76,17 @@ TEST(SolvedTexts, Dumps) {
     Solve compact(low);
     ASSERT_TRUE(compact.Engine.Counters().SqCompact);
     EXPECT_EQ(DumpPosition(1, 12, base, compact.Engine, low), "");
-    EXPECT_NE(content(base + "_Dist.txt").find(" 286 000] [ 287 286]\r\n"), std::string::npos)
-        << content(base + "_Dist.txt");
+    EXPECT_NE(folder.Read("abc_Dist.txt").find(" 286 000] [ 287 286]\r\n"), std::string::npos)
+        << folder.Read("abc_Dist.txt");
 
-    const Solve solve(Read("#######\n#@$  .#\n#######\n"), 2);
+    const Solve solve(BoardOf("#######\n#@$  .#\n#######\n"), 2);
     EXPECT_EQ(DumpLevels(folder.Path("run"), "abc", solve.Engine), "");
-    EXPECT_EQ(content(folder.Path("run_abc.txt")),
+    EXPECT_EQ(folder.Read("run_abc.txt"),
               LevelsText("abc", solve.Engine.Levels(), solve.Engine.Counters()));
-    EXPECT_NE(content(folder.Path("run_abc.txt")).find("SeaCnt = 001"), std::string::npos);
+    EXPECT_NE(folder.Read("run_abc.txt").find("SeaCnt = 001"), std::string::npos);
     for (const int pos : {1, 1})
         EXPECT_EQ(DumpPosition(pos, 0, base, solve.Engine, solve.Level), "");
-    const std::string line = content(base + ".txt");
+    const std::string line = folder.Read("abc.txt");
     EXPECT_NE(line.find(" 020 000] [ 21 20]\r\n Bucket: ( 0001)  [ 0"), std::string::npos) << line;
 
     for (const int pos : {0, 1001}) {

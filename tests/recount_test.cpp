@@ -4,7 +4,7 @@
 
 #include "solver/expander.h"
 #include "solver/search.h"
-#include "support/plain_level.h"
+#include "support/levels.h"
 
 namespace kavit {
 namespace {
@@ -15,8 +15,7 @@ struct Ended {
         State.Batch.Reserve(8);
         EXPECT_TRUE(State.Store.Resize(5000, 8));
         State.Hooks = &Hooks;
-        const Board board =
-            test::PlainLevel({"########", "#. $  .#", "# $ @  #", "#      #", "########"});
+        const Board board = test::BoardOf("########\n#. $  .#\n# $ @  #\n#      #\n########");
         InitSearchCounters(State);
         EXPECT_EQ(AnalyseBoard(board, 8, State.Arrays), Result::Ok);
         State.Store.Clear(State.Arrays.NumBoxes, 0);

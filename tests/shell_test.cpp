@@ -2,28 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <fstream>
-#include <iterator>
 #include <memory>
 
 #include "support/fake_view.h"
+#include "support/levels.h"
 #include "support/temp_folder.h"
 
 namespace kavit {
 namespace {
 
-constexpr const char* kEasy = "#######\n#@ $ .#\n#######\n";
-constexpr const char* kUnsolvable = "##########\n#@ $ $ ..#\n##########\n";
-// Big enough to be interrupted: an open room with six boxes.
-constexpr const char* kLong =
-    "############\n#          #\n# $ $ $    #\n#   @      #\n# $ $ $    #\n#          #\n"
-    "#     ...  #\n#     ...  #\n#          #\n#          #\n############\n";
-
-std::string FileText(const std::string& name) {
-    std::ifstream stream(name, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
+using test::kEasy;
+using test::kLong;
+using test::kUnsolvable;
 using C = Control;
 
 class ShellTest : public testing::Test {
@@ -70,9 +60,8 @@ TEST_F(ShellTest, StartUp) {
     EXPECT_EQ(view.Text(C::lblSize), "200000/8");
     EXPECT_EQ(view.ProgressMost, 200000);
     for (const C hidden : {C::mnuExample, C::mnuSearch, C::mnuHasher, C::mnuOpt0, C::mnuOpt3,
-                           C::mnuOptSpec, C::frmSizes, C::frmCommands, C::rtxtImport}) {
+                           C::mnuOptSpec, C::frmSizes, C::frmCommands, C::rtxtImport})
         EXPECT_FALSE(view.Shown(hidden)) << kControlNames[static_cast<std::size_t>(hidden)];
-    }
     for (const C checked : {C::mnuSea3, C::mnuHash0, C::mnuOpt1})
         EXPECT_TRUE(view.Checked(checked));
 }
@@ -81,6 +70,8 @@ TEST_F(ShellTest, StartUp) {
 TEST_F(ShellTest, CaptionsOfTheSolveButton) {
     Load("bad.xsb", "#####\n#@$ #\n#####\n");
     EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+    shell->CopySolution();
+    EXPECT_EQ(view.Text(C::txtRight), "Nothing to Show");
     shell->SolveClicked();  // the board check fails
     EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
     EXPECT_EQ(view.Lines(), "Strange mapping ???|");
@@ -100,6 +91,10 @@ TEST_F(ShellTest, CaptionsOfTheSolveButton) {
     EXPECT_EQ(view.Lines(), "Solution:  3/2|solution remained in Clipboard and 'TEXT'");
     EXPECT_EQ(view.Clip, "rRR");
     EXPECT_FALSE(view.On(C::TimerWatch));
+    shell->CopyBoard();
+    EXPECT_EQ(view.Clip, "#######\n#@ $ .#\n#######\n");
+    shell->CopySolution();
+    EXPECT_EQ(view.Clip, "rRR");
 
     shell->SolveClicked();
     EXPECT_EQ(view.Buttons(), "RETURN -ANIM CLEAR");
@@ -141,35 +136,27 @@ TEST_F(ShellTest, OutOfMemoryKeepsTheCaptionUntilRestart) {
     EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
 }
 
-struct StopCase {
-    const char* How;
-    std::function<void(Shell&, FakeClock&)> Do;
-    const char* Left;
-};
-
 TEST_F(ShellTest, StopAndTimeOut) {
-    const StopCase cases[] = {
-        {"button", [](Shell& s, FakeClock&) { s.SolveClicked(); }, "Interrupted by user !"},
-        {"Escape", [](Shell& s, FakeClock&) { s.EscapePressed(); }, "Interrupted by user !"},
-        {"limit",
-         [](Shell& s, FakeClock& c) {
-             c.Seconds = 1300;
-             s.WatchTick();
-         },
-         "Time Out"},
-        // Begun 100 seconds before midnight, 300 seconds ago.
-        {"midnight",
-         [](Shell& s, FakeClock& c) {
-             c.Seconds = 200;
-             s.WatchTick();
-         },
-         "Time Out"},
+    const auto tickAt = [this](double seconds) {
+        clock.Seconds = seconds;
+        shell->WatchTick();
     };
-    for (const StopCase& row : cases) {
-        clock.Seconds = row.How == std::string("midnight") ? 86300 : 1000;
+    const struct {
+        const char* How;
+        double Begun;
+        std::function<void()> Do;
+        const char* Left;
+    } cases[] = {
+        {"button", 1000, [&] { shell->SolveClicked(); }, "Interrupted by user !"},
+        {"Escape", 1000, [&] { shell->EscapePressed(); }, "Interrupted by user !"},
+        {"limit", 1000, [&] { tickAt(1300); }, "Time Out"},
+        {"limit past midnight", 86300, [&] { tickAt(200); }, "Time Out"},
+    };
+    for (const auto& row : cases) {
+        clock.Seconds = row.Begun;
         int yields = 0;
         view.OnEvents = [&] {
-            if (shell->Solving() && ++yields == 20) row.Do(*shell, clock);
+            if (shell->Solving() && ++yields == 20) row.Do();
         };
         Solve(kLong);
         EXPECT_EQ(view.Text(C::txtLeft), row.Left) << row.How;
@@ -184,39 +171,67 @@ TEST_F(ShellTest, StopAndTimeOut) {
     EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
 }
 
+// The search's solution is kept and shown.
+TEST_F(ShellTest, OptimizerThatEndsEarly) {
+    shell->OptClicked(3);
+    view.OnEvents = [&] {
+        if (view.Text(C::txtLeft).starts_with("Improving")) shell->EscapePressed();
+    };
+    for (const char* left :
+         {"Interrupted by user but there is a solution", "Out of memory but there is a solution"}) {
+        shell->OpenGiven(KAVIT_EXAMPLES_FOLDER "/02-corner-shop.xsb");
+        shell->SolveClicked();
+        EXPECT_EQ(view.Lines(), std::string(left) + "| 42/13");
+        EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
+        view.OnEvents = nullptr;
+        view.SetText(C::cmbMemory, "98");
+        shell->ApplyClicked();
+    }
+}
+
+// Escape leaves the innermost thing that goes on.
+TEST_F(ShellTest, Escape) {
+    shell->ImportBoard();
+    shell->EscapePressed();
+    EXPECT_FALSE(view.Shown(C::rtxtImport));
+    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM -CLEAR");
+    Solve();
+    shell->ConfigureClicked();
+    shell->AnimMouseUp(true);
+    shell->EscapePressed();
+    Animate(1);
+    EXPECT_EQ(view.Text(C::btnANIM), "CONT< >REPEAT");
+    EXPECT_TRUE(view.Shown(C::frmSizes));
+    shell->EscapePressed();
+    EXPECT_FALSE(view.Shown(C::frmSizes));
+}
+
+// What a command answers while the solver, the animation or the editor is at work: "" where it goes
+// ahead, nothing where that would end the test.
 struct GuardCase {
     const char* Command;
     std::function<void(Shell&)> Do;
-    const char* Solving;
-    const char* Animating;
-    const char* Editing;
+    const char* Solving = "Solver is running";
+    const char* Animating = "Stop Animation first";
+    const char* Editing = "You are editing";
 };
 
+constexpr const char* kCantChange = "Can't change; Solver is running";
 const GuardCase kGuards[] = {
-    {"Open", [](Shell& s) { s.LevelCommand(0); }, "Solver is running", "Stop Animation first",
-     "You are editing"},
-    {"Restart", [](Shell& s) { s.LevelCommand(1); }, "Solver is running", "Stop Animation first",
-     "You are editing"},
-    {"Next", [](Shell& s) { s.LevelCommand(2); }, "Solver is running", "Stop Animation first",
-     "You are editing"},
-    {"Previous", [](Shell& s) { s.LevelCommand(3); }, "Solver is running", "Stop Animation first",
-     "You are editing"},
-    {"drop", [](Shell& s) { s.OpenGiven("x.xsb"); }, "Solver is running", "Stop Animation first",
-     "You are editing"},
-    {"Import", [](Shell& s) { s.ImportBoard(); }, "Solver is running", "Stop Animation first",
-     "You are editing"},
-    {"paste", [](Shell& s) { s.PasteLevel(); }, "Solver is running", "Stop Animation first",
-     "You are editing"},
-    {"Edit", [](Shell& s) { s.EditBoard(); }, "Solver is running", "Stop Animation first", ""},
-    {"Hash", [](Shell& s) { s.HashClicked(1); }, "Solver is running", "Stop Animation first", ""},
-    {"Example", [](Shell& s) { s.ExampleCommand(1); }, "Solver is running", "Stop Animation first",
-     nullptr},
-    {"Search", [](Shell& s) { s.SeaClicked(1); }, "Can't change; Solver is running", "", ""},
-    {"Optimizer", [](Shell& s) { s.OptClicked(2); }, "Can't change; Solver is running",
-     "Stop Animation first", "You are editing"},
-    {"Special", [](Shell& s) { s.OptSpecClicked(); }, "Can't change; Solver is running", "", ""},
-    {"Configure", [](Shell& s) { s.ConfigureClicked(); }, "Can't change; Solver is running", "",
-     ""},
+    {"Open", [](Shell& s) { s.LevelCommand(0); }},
+    {"Restart", [](Shell& s) { s.LevelCommand(1); }},
+    {"Next", [](Shell& s) { s.LevelCommand(2); }},
+    {"Previous", [](Shell& s) { s.LevelCommand(3); }},
+    {"drop", [](Shell& s) { s.OpenGiven("x.xsb"); }},
+    {"Import", [](Shell& s) { s.ImportBoard(); }},
+    {"paste", [](Shell& s) { s.PasteLevel(); }},
+    {.Command = "Edit", .Do = [](Shell& s) { s.EditBoard(); }, .Editing = ""},
+    {.Command = "Hash", .Do = [](Shell& s) { s.HashClicked(1); }, .Editing = ""},
+    {.Command = "Example", .Do = [](Shell& s) { s.ExampleCommand(1); }, .Editing = nullptr},
+    {"Optimizer", [](Shell& s) { s.OptClicked(2); }, kCantChange},
+    {"Search", [](Shell& s) { s.SeaClicked(1); }, kCantChange, "", ""},
+    {"Special", [](Shell& s) { s.OptSpecClicked(); }, kCantChange, "", ""},
+    {"Configure", [](Shell& s) { s.ConfigureClicked(); }, kCantChange, "", ""},
     {"Exit", [](Shell& s) { s.ExitClicked(); }, "Solver is running", nullptr, nullptr},
 };
 
@@ -263,8 +278,11 @@ TEST_F(ShellTest, Guards) {
 }
 
 TEST_F(ShellTest, ExpertMenus) {
+    for (const int tool : {2, 3, 1, 0}) shell->SelectTool(tool);  // a wrong code
+    shell->OptLabelDoubleClicked();
+    EXPECT_EQ(view.TakeBox(), "");
+    EXPECT_FALSE(view.Shown(C::mnuSearch));
     for (const int tool : {9, 2, 3, 1}) shell->SelectTool(tool);
-    view.SetEnabled(C::mnuSearch, true);
     shell->OptLabelDoubleClicked();
     EXPECT_EQ(view.TakeBox(),
               "You found an EsterEgg\r\n\r\nLook at Search, Optimizer and Hash menus");
@@ -292,13 +310,6 @@ TEST_F(ShellTest, ExpertMenus) {
     shell->SolveClicked();
     EXPECT_EQ(view.AskedName, "abc_plus_1.sol");
     EXPECT_EQ(view.Text(C::txtLeft), "Best solution   3/2");
-}
-
-TEST_F(ShellTest, WrongEggCodeRevealsNothing) {
-    for (const int tool : {2, 3, 1, 0}) shell->SelectTool(tool);
-    shell->OptLabelDoubleClicked();
-    EXPECT_EQ(view.TakeBox(), "");
-    EXPECT_FALSE(view.Shown(C::mnuSearch));
 }
 
 TEST_F(ShellTest, FolderOfLevels) {
@@ -362,39 +373,37 @@ TEST_F(ShellTest, LevelThatFailsAfterAGoodOne) {
 
 TEST_F(ShellTest, CancelledOpenKeepsTheSolution) {
     Solve();
-    shell->LevelCommand(0);
-    EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
-    shell->SolveClicked();
-    shell->LevelCommand(0);
-    EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
-    EXPECT_FALSE(view.Shown(C::rtxtImport));
+    for (int text = 0; text < 2; ++text) {
+        shell->LevelCommand(0);
+        EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
+        EXPECT_FALSE(view.Shown(C::rtxtImport));
+        shell->SolveClicked();
+    }
 }
 
 TEST_F(ShellTest, SettingsPanelAndFile) {
-    struct Row {
-        const char* Memory;
-        const char* Blocks;
-        const char* Time;
-        const char* Box;
-        const char* BlocksAfter;
-    };
-    const Row rows[] = {
+    const struct {
+        const char *Memory, *Blocks, *Time, *Box, *BlocksAfter;
+    } rows[] = {
         {"200000", "20", "86401", "MaxTime can't exceed 86400 secs.", "8"},
         {"200000", "0", "300", "Blocks can't be zero or negative", "0"},
         {"-1", "8", "300", "Max number of positions can't be zero or negative", "8"},
         {"100", "8", "0", "Max elapsed time can't be zero or negative", "8"},
+        {"200000", "8", "0", "Max elapsed time can't be zero or negative", "8"},
         {"9223372036854775807", "9", "300", "Insuficient Memory", "8"},
         {"200000", "many", "300", "Blocks: \"many\" is not a whole number", "many"},
         {"99999999999999999999", "8", "300",
          "Max Positions: \"99999999999999999999\" is not a whole number", "8"},
         {" 100000 ", "12", "600", "", "12"},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         if (!view.Shown(C::frmSizes)) shell->ConfigureClicked();
         EXPECT_TRUE(view.Shown(C::frmSizes));
         view.SetText(C::cmbMemory, row.Memory);
         view.SetText(C::cmbBlocks, row.Blocks);
         view.SetText(C::cmbTime, row.Time);
+        shell->SizeChosen();
+        EXPECT_EQ(view.Focus, C::frmbtnApply);
         shell->ApplyClicked();
         EXPECT_EQ(view.TakeBox(), row.Box);
         EXPECT_EQ(view.Text(C::cmbBlocks), row.BlocksAfter) << row.Box;
@@ -413,7 +422,7 @@ TEST_F(ShellTest, SettingsPanelAndFile) {
     EXPECT_FALSE(view.Checked(C::chkNoWriteSol));
     shell->OptClicked(2);
     shell->SaveSettings();
-    EXPECT_EQ(FileText(folder.Path("Kavit.ini")), " 100000  12  600  2  1  0 \r\n");
+    EXPECT_EQ(folder.Read("Kavit.ini"), " 100000  12  600  2  1  0 \r\n");
     view = FakeView();
     ASSERT_TRUE(Begin());
     EXPECT_EQ(view.Text(C::lblOpt), "M");
@@ -422,11 +431,8 @@ TEST_F(ShellTest, SettingsPanelAndFile) {
 }
 
 TEST_F(ShellTest, SettingsFilesThatDoNotHold) {
-    struct Row {
-        const char* Text;
-        const char* Fault;  // part of the message
-    };
-    const Row rows[] = {
+    const std::pair<const char*, const char*> rows[] = {
+        // the file, and part of the message
         {"", "found 0"},
         {" 4000000  8  300  1  0 ", "found 5"},
         {" 4000000  8  300  1  0  0  0 ", "found 7"},
@@ -436,14 +442,14 @@ TEST_F(ShellTest, SettingsFilesThatDoNotHold) {
         {" 4000000  8  300  1  1  1 ", "exclude"},
         {"4000000,,300,1,0,0", "number 2 (Blocks) is \"\""},
     };
-    for (const Row& row : rows) {
-        folder.Write("Kavit.ini", row.Text);
+    for (const auto& [text, fault] : rows) {
+        folder.Write("Kavit.ini", text);
         view = FakeView();
-        EXPECT_FALSE(Begin()) << row.Text;
+        EXPECT_FALSE(Begin()) << text;
         const std::string box = view.TakeBox();
-        EXPECT_NE(box.find(row.Fault), std::string::npos) << box;
+        EXPECT_NE(box.find(fault), std::string::npos) << box;
         EXPECT_NE(box.find(folder.Path("Kavit.ini")), std::string::npos) << box;
-        EXPECT_EQ(FileText(folder.Path("Kavit.ini")), row.Text);
+        EXPECT_EQ(folder.Read("Kavit.ini"), text);
     }
     // Sizes that APPLY refuses give their message, and a window that works.
     folder.Write("Kavit.ini", "200000 8,100000\r\n2 0 1");
@@ -462,7 +468,7 @@ TEST_F(ShellTest, SolutionFileByTheSwitches) {
     view.SaveFile = folder.Path("asked.sol");
     Solve();
     EXPECT_EQ(view.AskedName, "level.sol");
-    EXPECT_EQ(FileText(folder.Path("asked.sol")).substr(0, 10), "rRR\r\nrRR\r\n");
+    EXPECT_EQ(folder.Read("asked.sol").substr(0, 10), "rRR\r\nrRR\r\n");
     view.SetChecked(C::chkWriteSol, true);
     shell->WriteSolClicked();
     Solve();
@@ -474,18 +480,14 @@ TEST_F(ShellTest, SolutionFileByTheSwitches) {
 TEST_F(ShellTest, SolutionFileThatCannotBeWritten) {
     AskForSolutionFiles();
     std::filesystem::create_symlink("/dev/full", folder.Path("full.sol"));
-    const struct {
-        const char* File;
-        const char* Reason;
-    } rows[] = {{"full.sol", "No space left on device"},
-                {"gone/x.sol", "No such file or directory"}};
-    for (const auto& row : rows) {
-        view.SaveFile = folder.Path(row.File);
+    for (const auto& [file, reason] : {std::pair{"full.sol", "No space left on device"},
+                                       std::pair{"gone/x.sol", "No such file or directory"}}) {
+        view.SaveFile = folder.Path(file);
         view.Clip.clear();
         Solve();
         const std::string box = view.TakeBox();
-        EXPECT_NE(box.find(row.File), std::string::npos) << box;
-        EXPECT_NE(box.find(row.Reason), std::string::npos) << box;
+        EXPECT_NE(box.find(file), std::string::npos) << box;
+        EXPECT_NE(box.find(reason), std::string::npos) << box;
         EXPECT_EQ(view.Clip, "rRR");
         EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
         shell->SolveClicked();
@@ -605,26 +607,22 @@ TEST_F(ShellTest, ImportTakesTextOrLeavesItForMending) {
     };
     shell->ImportBoard();
     EXPECT_FALSE(view.ReadOnly);
-    const struct {
-        std::string Text;
-        const char* Left;
-    } rows[] = {
+    const std::pair<std::string, const char*> rows[] = {
         {"####################", "Width puzzle exceed the maximum (19)"},
         {std::string(40, '\n') + "#", "Height puzzle exceed the maximum (17)"},
         {"#" + std::string(60, ' '), "Input line too long"},
         {"#q", "You can select and copy to the clipboard (CTRL-C)"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [text, left] : rows) {
         view.Answers = {false};
-        type(row.Text);
-        EXPECT_EQ(view.Text(C::txtLeft), row.Left);
+        type(text);
+        EXPECT_EQ(view.Text(C::txtLeft), left);
         EXPECT_EQ(view.Text(C::btnSOLVE), "RETURN");
-        EXPECT_EQ(view.Text(C::rtxtImport), row.Text);
+        EXPECT_EQ(view.Text(C::rtxtImport), text);
         EXPECT_TRUE(view.Shown(C::rtxtImport));
         EXPECT_EQ(shell->Level(), before);
     }
-    shell->LevelCommand(
-        0);  // cancelled: the box is hidden, the text comes back with the next Import
+    shell->LevelCommand(0);  // cancelled: the box goes, the text is back with the next Import
     view.Answers.clear();
     shell->ImportBoard();
     EXPECT_EQ(view.Text(C::rtxtImport), "#q");

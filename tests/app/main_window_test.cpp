@@ -3,6 +3,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -11,21 +12,35 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTest>
-#include <QTextStream>
 #include <QToolButton>
 #include <memory>
 
 #include "app/board_view.h"
 #include "app/box_catcher.h"
 #include "app/system_clock.h"
+#include "support/levels.h"
 #include "support/temp_folder.h"
 
 namespace {
 
-constexpr const char* kEasy = "#######\n#@ $ .#\n#######\n";
-constexpr const char* kLong =
-    "############\n#          #\n# $ $ $    #\n#   @      #\n# $ $ $    #\n#          #\n"
-    "#     ...  #\n#     ...  #\n#          #\n#          #\n############\n";
+using kavit::test::kEasy;
+using kavit::test::kLong;
+
+// The menus in their order, each entry by its name.
+constexpr const char* kMenus =
+    "mnuOpen0=Open File, mnuOpen1=Restart, mnuOpen2=Next Level, mnuOpen3=Previous Level, "
+    "mnuSave=Save Configuration, mnuEditBoard=Edit Board, mnuImport=Import, "
+    "mnuCopyBoard=Copy Board, mnuCopySolution=Copy Solution, mnuPasteLevel=Paste Level, "
+    "mnuExit=Exit\n"
+    "mnuSea1=Forward, mnuSea2=Backward, mnuSea3=Both\n"
+    "mnuEx1=First steps, mnuEx2=Corner shop, mnuEx3=Two rooms, mnuEx5=Warehouse, "
+    "mnuEx6=Crossing, mnuEx7=Long way, mnuEx8=Masterpiece, mnuEx10=Other, mnuEx11=Next\n"
+    "mnuOpt0=hidden None (0), mnuOpt1=Something (1), mnuOpt2=Something more (2), "
+    "mnuOpt3=hidden Something plus (3), mnuOptSpec=hidden Special\n"
+    "mnuConfigure=Configure\n"
+    "mnuHash0=Default, mnuHash1=Case 1, mnuHash2=Case 2\n"
+    "mnuHlp0=Español, mnuHlp1=Français, mnuHlp2=English, mnuHlpInfo=Show Info, "
+    "mnuHlpAbout=About";
 
 // The real clock, but for a time of day that jumps when the test says so.
 class JumpingClock final : public kavit::ShellClock {
@@ -46,18 +61,18 @@ class MainWindowTest : public QObject {
 
   private:
     template <typename T = QPushButton>
-    T* Find(const QString& name) {
-        T* found = window_->findChild<T*>(name);
-        if (found == nullptr) qFatal("no %s", qPrintable(name));
+    T* Find(const char* name) {
+        T* found = window_->findChild<T*>(QLatin1String(name));
+        if (found == nullptr) qFatal("no %s", name);
         return found;
     }
     kavit::BoardView* Board() { return window_->findChild<kavit::BoardView*>(); }
-    QString Caption(const char* name) { return Find(QLatin1String(name))->text(); }
-    QString Line(const char* name) { return Find<QLineEdit>(QLatin1String(name))->text(); }
+    QString Caption(const char* name) { return Find(name)->text(); }
+    QString Line(const char* name) { return Find<QLineEdit>(name)->text(); }
     void Click(const char* name, Qt::MouseButton button = Qt::LeftButton) {
-        QTest::mouseClick(Find(QLatin1String(name)), button);
+        QTest::mouseClick(Find(name), button);
     }
-    void Choose(const char* name) { Find<QAction>(QLatin1String(name))->trigger(); }
+    void Choose(const char* name) { Find<QAction>(name)->trigger(); }
     void Open(const char* name, const char* text) {
         window_->Commands().OpenGiven(folder_->Write(name, text));
     }
@@ -110,39 +125,27 @@ class MainWindowTest : public QObject {
                          QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size()))),
                      name.data());
         }
-        const QHash<QString, QString> captions = {{"mnuOpen0", "Open File"},
-                                                  {"mnuOpen1", "Restart"},
-                                                  {"mnuOpen2", "Next Level"},
-                                                  {"mnuOpen3", "Previous Level"},
-                                                  {"mnuSave", "Save Configuration"},
-                                                  {"mnuEditBoard", "Edit Board"},
-                                                  {"mnuImport", "Import"},
-                                                  {"mnuExit", "Exit"},
-                                                  {"mnuSea1", "Forward"},
-                                                  {"mnuSea2", "Backward"},
-                                                  {"mnuSea3", "Both"},
-                                                  {"mnuOpt0", "None (0)"},
-                                                  {"mnuOpt1", "Something (1)"},
-                                                  {"mnuOpt2", "Something more (2)"},
-                                                  {"mnuOpt3", "Something plus (3)"},
-                                                  {"mnuOptSpec", "Special"},
-                                                  {"mnuConfigure", "Configure"},
-                                                  {"mnuHash0", "Default"},
-                                                  {"mnuHash1", "Case 1"},
-                                                  {"mnuHash2", "Case 2"},
-                                                  {"mnuHlp2", "English"},
-                                                  {"mnuHlpInfo", "Show Info"},
-                                                  {"mnuHlpAbout", "About"}};
-        for (auto it = captions.begin(); it != captions.end(); ++it) {
-            const QString text = Find<QAction>(it.key())->text();
-            QCOMPARE(QString(text).remove('&'), it.value());
-            QVERIFY2(text.contains('&'), qPrintable(text));
+        // What each menu holds, by name and caption.
+        const auto read = [](const QAction* action) {
+            const QString text = action->text().remove('&').section('\t', 0, 0);
+            return action->objectName() + (action->isVisible() ? "=" : "=hidden ") + text;
+        };
+        QStringList menus;
+        for (const QAction* top : window_->menuBar()->actions()) {
+            QStringList entries;
+            if (top->menu() == nullptr) entries += read(top);
+            for (const QAction* entry : top->menu() ? top->menu()->actions() : QList<QAction*>())
+                if (!entry->isSeparator()) entries += read(entry);
+            menus += entries.join(", ");
         }
+        QCOMPARE(menus.join("\n"), QString(kMenus));
         // No two visible entries of a menu answer to the same letter.
         for (QMenu* menu : window_->menuBar()->findChildren<QMenu*>()) {
             QString letters;
             for (const QAction* action : menu->actions()) {
                 const qsizetype at = action->text().indexOf('&');
+                QVERIFY2(at >= 0 || action->isSeparator() || menu->objectName() == "mnuExample",
+                         qPrintable(action->text()));
                 if (at < 0) continue;
                 const QChar letter = action->text().at(at + 1).toLower();
                 QVERIFY2(!letters.contains(letter), qPrintable(action->text()));
@@ -150,12 +153,11 @@ class MainWindowTest : public QObject {
             }
         }
         for (int tool = 0; tool < 10; ++tool) {
-            QVERIFY(!Find<QToolButton>(QStringLiteral("ImgEdit%1").arg(tool))
-                         ->accessibleName()
-                         .isEmpty());
+            const std::string name = "ImgEdit" + std::to_string(tool);
+            QVERIFY(!Find<QToolButton>(name.c_str())->accessibleName().isEmpty());
         }
         for (const char* hidden : {"OptMovPus0", "OptMovPus1", "frmSizes", "frmCommands"}) {
-            QVERIFY(!Find<QWidget>(QLatin1String(hidden))->isVisible());
+            QVERIFY(!Find<QWidget>(hidden)->isVisible());
         }
         QCOMPARE(window_->windowTitle(), QString("kavit"));
     }
@@ -217,19 +219,18 @@ class MainWindowTest : public QObject {
         const std::string other = folder_->Write("other.xsb", kEasy);
         During([&] {
             QCOMPARE(Caption("btnSOLVE"), QString("STOP"));
-            window_->close();
-            QVERIFY(window_->isVisible());
-            QTest::qWait(5);
-            QCOMPARE(boxes_->Take(), QString("Solver is running"));
-            Drop(other);
-            QTest::qWait(5);
-            QCOMPARE(boxes_->Take(), QString("Solver is running"));
-            Choose("mnuExit");
-            QTest::qWait(5);
-            QCOMPARE(boxes_->Take(), QString("Solver is running"));
-            Choose("mnuConfigure");
-            QTest::qWait(5);
-            QCOMPARE(boxes_->Take(), QString("Can't change; Solver is running"));
+            const QString running = "Solver is running";
+            const std::pair<std::function<void()>, QString> refused[] = {
+                {[&] { window_->close(); }, running},
+                {[&] { Drop(other); }, running},
+                {[&] { Choose("mnuExit"); }, running},
+                {[&] { Choose("mnuConfigure"); }, "Can't change; " + running}};
+            for (const auto& [action, box] : refused) {
+                action();
+                QTest::qWait(5);
+                QVERIFY(window_->isVisible());
+                QCOMPARE(boxes_->Take(), box);
+            }
             Click("btnSOLVE");
         });
         Click("btnSOLVE");
@@ -254,14 +255,14 @@ class MainWindowTest : public QObject {
 
     void expertMenus() {
         for (const char* tool : {"ImgEdit2", "ImgEdit3", "ImgEdit1"}) {
-            QTest::mouseClick(Find<QToolButton>(QLatin1String(tool)), Qt::LeftButton);
-            QVERIFY(!Find<QToolButton>(QLatin1String(tool))->isChecked());
+            QTest::mouseClick(Find<QToolButton>(tool), Qt::LeftButton);
+            QVERIFY(!Find<QToolButton>(tool)->isChecked());
         }
         QVERIFY(!Find<QMenu>("mnuSearch")->menuAction()->isVisible());
         QTest::mouseDClick(Find<QLabel>("lblOpt"), Qt::LeftButton);
         QVERIFY(boxes_->Take().startsWith("You found an EsterEgg"));
         for (const char* menu : {"mnuSearch", "mnuHasher"}) {
-            QVERIFY(Find<QMenu>(QLatin1String(menu))->menuAction()->isVisible());
+            QVERIFY(Find<QMenu>(menu)->menuAction()->isVisible());
         }
         QVERIFY(!Find<QMenu>("mnuExample")->menuAction()->isVisible());
         Choose("mnuSea2");
@@ -283,7 +284,7 @@ class MainWindowTest : public QObject {
         Choose("mnuEditBoard");
         const auto at = [&](int cell) { return Board()->CellRect(cell).center(); };
         const auto paint = [&](const char* tool, int cell) {
-            QTest::mouseClick(Find<QToolButton>(QLatin1String(tool)), Qt::LeftButton);
+            QTest::mouseClick(Find<QToolButton>(tool), Qt::LeftButton);
             QTest::mouseClick(Board(), Qt::LeftButton, {}, at(cell));
         };
         for (const int row : {0, 2}) {
@@ -303,6 +304,7 @@ class MainWindowTest : public QObject {
         paint("ImgEdit1", 23);
         paint("ImgEdit0", 20);
         QCOMPARE(boxes_->Take(), QString("You can't erase the Man"));
+        QTest::mouseClick(Board(), Qt::RightButton, {}, at(40));  // draws nothing
         Click("btnMover4");
         Click("btnSpMov1");
         Click("btnANIM");
@@ -310,8 +312,16 @@ class MainWindowTest : public QObject {
         Click("btnSOLVE");
         QCOMPARE(Line("txtLeft"), QString("Solution:  2/1"));
         QCOMPARE(QApplication::clipboard()->text(), QString("lL"));
+        Choose("mnuEditBoard");
+        paint("ImgEdit3", 60);
+        window_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+        QTest::keyClick(window_.get(), Qt::Key_Escape);
+        QCOMPARE(boxes_->Take(), QString("Undo all changes since the editing began?"));
+        Click("btnANIM");
         Choose("mnuCopyBoard");
         QVERIFY(QApplication::clipboard()->text().contains("#.$ @#"));
+        QVERIFY(!QApplication::clipboard()->text().contains('*'));
     }
 
     void importAndPaste() {
@@ -374,11 +384,23 @@ class MainWindowTest : public QObject {
         Click("frmbtnApply");
         QVERIFY(!Find<QWidget>("frmSizes")->isVisible());
         QCOMPARE(Find<QLabel>("lblSize")->text(), QString("300000/8"));
+        // Neither switch: asked for the file. Its name comes with the level's.
+        QTest::mouseClick(Find<QAbstractButton>("chkNoWriteSol"), Qt::LeftButton);
+        boxes_->OnDialog = [&](QDialog* dialog) {
+            QCOMPARE(dialog->objectName(), QString("dlgSaveSolution"));
+            dialog->accept();
+        };
+        Click("btnSOLVE");
+        QVERIFY(folder_->Read("lev10.sol").starts_with("rRR"));
+        boxes_->OnDialog = [&](QDialog* dialog) {
+            static_cast<QInputDialog*>(dialog)->setTextValue("lev2");
+            dialog->accept();
+        };
+        Choose("mnuEx10");
+        QCOMPARE(window_->windowTitle(), QString("kavit lev2"));
         QTest::mouseClick(Find<QAbstractButton>("chkWriteSol"), Qt::LeftButton);
         Choose("mnuSave");
-        QFile saved(QString::fromStdString(folder_->Path("Kavit.ini")));
-        QVERIFY(saved.open(QIODevice::ReadOnly));
-        QCOMPARE(saved.readAll(), QByteArray(" 300000  8  100  1  1  0 \r\n"));
+        QCOMPARE(folder_->Read("Kavit.ini"), std::string(" 300000  8  100  1  1  0 \r\n"));
     }
 };
 

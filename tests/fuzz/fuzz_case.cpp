@@ -3,7 +3,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "support/plain_level.h"
+#include "support/levels.h"
 #include "support/random_level.h"
 
 namespace kavit::test {

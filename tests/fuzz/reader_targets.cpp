@@ -9,6 +9,7 @@
 #include "app/shell/settings_file.h"
 #include "level/level_reader.h"
 #include "solver/solver.h"
+#include "support/levels.h"
 
 namespace kavit::test {
 
@@ -76,12 +77,7 @@ void CheckLoaded(const Board& board) {
 
 // A few positions of a search: whatever level was read, the solver takes it or refuses it.
 void Solve(const Board& board) {
-    struct Hooks final : SolverHooks {
-        void Yield() override {
-            if (++Yields == 20) StopSea = true;
-        }
-        int Yields = 0;
-    } hooks;
+    StopAt hooks(20);
     Solver solver;
     Require(solver.ApplySizes({200, 8, 300}).Ok, "no memory");
     try {

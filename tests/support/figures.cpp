@@ -6,29 +6,49 @@
 
 #include "solver/level_tables.h"
 #include "solver/position_store.h"
+#include "support/levels.h"
 
 namespace kavit::test {
 
 namespace {
 
-class StoppingHooks : public SolverHooks {
+class ProgressHooks : public StopAt {
   public:
-    explicit StoppingHooks(int stopAfter) : left_(stopAfter) { StopSea = stopAfter < 0; }
-    void Yield() override {
-        ++Yields;
-        if (--left_ == 0) StopSea = true;
-    }
+    using StopAt::StopAt;
     void ShowProgress(std::int32_t bucketCnt) override { Progress.push_back(bucketCnt); }
-
-    int Yields = 0;
     std::vector<std::int32_t> Progress;
-
-  private:
-    int left_;
 };
 
-bool Refused(int result) {
-    return result == 1 || result == 2 || result == 9 || result == 14;
+// What both count, by the same names.
+template <typename Counters>
+Figures FiguresOf(int result, const Counters& c) {
+    Figures f;
+    f.Result = result;
+    f.nSol = c.nSol;
+    f.BucketCnt = c.BucketCnt;
+    f.PosChanged = c.PosChanged;
+    f.PosDiscarded = c.PosDiscarded;
+    f.HashCnt = c.HashCnt;
+    f.RHashCnt = c.RHashCnt;
+    f.SeaSteps = c.SeaSteps;
+    f.ForwDepth = c.ForwDepth;
+    f.BackDepth = c.BackDepth;
+    f.ForwLevelCnt = c.ForwLevelCnt;
+    f.BackLevelCnt = c.BackLevelCnt;
+    f.LastSide = c.LastSide;
+    f.HashSize = c.HashSize;
+    if (result != 1 && result != 2 && result != 9 && result != 14) {
+        f.SqCompact = c.SqCompact;
+        f.NumBoxes = c.NumBoxes;
+    }
+    return f;
+}
+
+template <typename Kept>
+void AddKept(Figures& f, std::size_t k, const Kept& kept) {
+    f.SolMoves[k] = kept.SolMoves;
+    f.SolPushes[k] = kept.SolPushes;
+    f.SolFoundAt[k] = kept.SolFoundAt;
 }
 
 }  // namespace
@@ -59,79 +79,39 @@ std::string Figures::Text() const {
 }
 
 Figures Ask(Solver& solver, const Question& question) {
-    StoppingHooks hooks(question.StopAfter);
+    ProgressHooks hooks(question.StopAfter);
     const SolverOptions options{question.OptLevel, question.SeaType, question.HashCase,
                                 question.OptSpecial};
     Result result = solver.AnalyseBoard(question.Level, options);
     if (result == Result::Ok) result = solver.Search(hooks);
-    const SearchCounters& c = solver.Counters();
-    Figures f;
-    f.Result = static_cast<int>(result);
-    f.nSol = c.nSol;
-    f.BucketCnt = c.BucketCnt;
-    f.PosChanged = c.PosChanged;
-    f.PosDiscarded = c.PosDiscarded;
-    f.HashCnt = c.HashCnt - kCounterStart;
-    f.RHashCnt = c.RHashCnt - kCounterStart;
-    f.SeaSteps = c.SeaSteps;
-    f.ForwDepth = c.ForwDepth;
-    f.BackDepth = c.BackDepth;
-    f.ForwLevelCnt = c.ForwLevelCnt;
-    f.BackLevelCnt = c.BackLevelCnt;
-    f.LastSide = c.LastSide;
-    f.HashSize = c.HashSize;
-    if (!Refused(f.Result)) {
-        f.SqCompact = c.SqCompact;
-        f.NumBoxes = c.NumBoxes;
-    }
-    for (std::size_t k = 0; k < 2; ++k) {
-        const KeptSolution& kept = solver.Kept(static_cast<int>(k));
-        f.SolMoves[k] = kept.SolMoves;
-        f.SolPushes[k] = kept.SolPushes;
-        f.SolFoundAt[k] = kept.SolFoundAt;
-    }
+    Figures f = FiguresOf(static_cast<int>(result), solver.Counters());
+    f.HashCnt -= kCounterStart;
+    f.RHashCnt -= kCounterStart;
+    for (const int k : {0, 1}) AddKept(f, static_cast<std::size_t>(k), solver.Kept(k));
     f.Progress = hooks.Progress;
-    f.Yields = hooks.Yields;
+    f.Yields = static_cast<int>(hooks.Yields);
     return f;
 }
 
 Figures Ask(PlainTwin& twin, const Question& question) {
     int left = question.StopAfter;
     twin.StopSea = left < 0;
-    Figures f;
-    twin.OnProgress = [&](std::int32_t bucketCnt) { f.Progress.push_back(bucketCnt); };
+    std::vector<std::int32_t> progress;
+    int yields = 0;
+    twin.OnProgress = [&](std::int32_t bucketCnt) { progress.push_back(bucketCnt); };
     twin.OnYield = [&] {
-        ++f.Yields;
+        ++yields;
         if (--left == 0) twin.StopSea = true;
     };
     twin.OptLevel = question.OptLevel;
     twin.SeaType = question.SeaType;
     twin.HashCase = question.HashCase;
-    f.Result = twin.Solve(question.Level);
+    Figures f = FiguresOf(twin.Solve(question.Level), twin);
     twin.OnYield = nullptr;
     twin.OnProgress = nullptr;
-    f.nSol = twin.nSol;
-    f.BucketCnt = twin.BucketCnt;
-    f.PosChanged = twin.PosChanged;
-    f.PosDiscarded = twin.PosDiscarded;
-    f.HashCnt = twin.HashCnt;
-    f.RHashCnt = twin.RHashCnt;
-    f.SeaSteps = twin.SeaSteps;
-    f.ForwDepth = twin.ForwDepth;
-    f.BackDepth = twin.BackDepth;
-    f.ForwLevelCnt = twin.ForwLevelCnt;
-    f.BackLevelCnt = twin.BackLevelCnt;
-    f.LastSide = twin.LastSide;
-    f.HashSize = twin.HashSize;
-    if (!Refused(f.Result)) {
-        f.SqCompact = twin.SqCompact;
-        f.NumBoxes = twin.NumBoxes;
-    }
-    for (std::size_t k = 0; k < 2; ++k) {
-        f.SolMoves[k] = twin.Kept[k].SolMoves;
-        f.SolPushes[k] = twin.Kept[k].SolPushes;
-        f.SolFoundAt[k] = twin.Kept[k].SolFoundAt;
-    }
+    for (const std::size_t k : {0U, 1U}) AddKept(f, k, twin.Kept[k]);
+    f.Progress = progress;
+    f.Yields = yields;
     return f;
 }
 

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <stdlib.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -28,7 +29,8 @@ Pipe MakeTerminal() {
     const int near = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (near < 0 || grantpt(near) != 0 || unlockpt(near) != 0) throw std::runtime_error("no pty");
     const int far = open(ptsname(near), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    if (far < 0) throw std::runtime_error("no pty");
+    const winsize size = {24, 60, 0, 0};
+    if (far < 0 || ioctl(far, TIOCSWINSZ, &size) != 0) throw std::runtime_error("no pty");
     return {near, far};
 }
 
@@ -40,7 +42,7 @@ void Close(int& file) {
 // In the child: the streams, then the program. Never returns.
 [[noreturn]] void BecomeSolve(const ProgramSetup& setup, const Pipe& in, const Pipe& out,
                               const Pipe& err) {
-    dup2(in.Read, STDIN_FILENO);
+    dup2(setup.InputFolder ? open("/", O_RDONLY) : in.Read, STDIN_FILENO);
     dup2(err.Write, STDERR_FILENO);
     dup2(out.Write, STDOUT_FILENO);
     if (setup.Out == ProgramSetup::Stdout::Full) dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO);

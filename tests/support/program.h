@@ -20,7 +20,8 @@ struct ProgramSetup {
     std::vector<std::string> Args;
     std::string Input;
     bool HoldInput = false;    // standard input stays open and silent
-    bool ErrTerminal = false;  // standard error is a terminal
+    bool InputFolder = false;  // standard input is a folder, which can't be read
+    bool ErrTerminal = false;  // standard error is a terminal of 60 columns
     Stdout Out = Stdout::Read;
     std::string Folder;                  // to run in
     std::function<void(pid_t)> OnStart;  // called when it has been started

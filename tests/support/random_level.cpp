@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-#include "support/plain_level.h"
+#include "support/levels.h"
 
 namespace kavit::test {
 

@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -29,6 +30,11 @@ class TempFolder {
     std::string Write(std::string_view name, std::string_view text) const {
         std::ofstream(Path(name), std::ios::binary) << text;
         return Path(name);
+    }
+    // All that a file holds; "" when there is none.
+    [[nodiscard]] std::string Read(std::string_view name) const {
+        std::ifstream file(Path(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
     }
 
   private:

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "level/board.h"
+#include "solver/solver.h"
+
+namespace kavit::test {
+
+// Levels to solve: in two pushes, and with two boxes of which neither can pass the other.
+constexpr const char* kEasy = "#######\n#@ $ .#\n#######\n";
+constexpr const char* kUnsolvable = "##########\n#@ $ $ ..#\n##########\n";
+// Big enough to be interrupted: an open room with six boxes.
+constexpr const char* kLong =
+    "############\n#          #\n# $ $ $    #\n#   @      #\n# $ $ $    #\n#          #\n"
+    "#     ...  #\n#     ...  #\n#          #\n#          #\n############\n";
+// Open floor and fifteen boxes: no machine is through with it in the time that a test takes.
+constexpr const char* kEndless =
+    "#################\n#...............#\n#               #\n# $ $ $ $ $ $ $ #\n"
+    "#               #\n# $ $ $ $ $ $ $ #\n#               #\n#       $       #\n"
+    "#       @       #\n#################\n";
+
+// The board of a level that a test wrote down, or of a file; throws when it can't be read.
+Board BoardOf(std::string_view text);
+Board BoardOfFile(const std::string& path);
+
+// Sets the wall extent and ManPos from the cells, as after reading a level.
+void SetExtent(Board& board);
+
+// Stops the solver at its n-th yield; 0 never, -1 before it begins.
+class StopAt : public SolverHooks {
+  public:
+    explicit StopAt(std::int64_t yield) : at_(yield) { StopSea = yield < 0; }
+    void Yield() override {
+        if (++Yields == at_) StopSea = true;
+    }
+    std::int64_t Yields = 0;
+
+  private:
+    std::int64_t at_;
+};
+
+// Plays both solutions kept; "" or what is wrong with them.
+std::string KeptFault(const Solver& solver, const Board& level);
+
+// Reads a whole file; "" when it cannot be read.
+std::string ReadWholeFile(const std::string& path);
+
+// The folder of test levels: from the environment (KAVIT_LEVELS) or beside the source folder.
+std::string LevelsFolder();
+
+}  // namespace kavit::test
