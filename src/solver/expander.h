@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "level/result.h"
-#include "solver/grid.h"
 #include "solver/search_state.h"
 #include "solver/walk_meter.h"
 
@@ -61,7 +60,6 @@ class Expander : public WalkMeter {
     // are in one region of the man.
     virtual void SpreadCosts(std::int32_t pos, const std::vector<ManCost>& sources,
                              std::vector<ManCost>& targets) = 0;
-    [[nodiscard]] virtual const Grid& Map() const = 0;
 };
 
 // The expander of the level in state.Arrays, whose store has been cleared for it.

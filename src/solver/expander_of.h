@@ -8,6 +8,7 @@
 
 #include "solver/expander.h"
 #include "solver/freeze.h"
+#include "solver/grid.h"
 #include "solver/man_region.h"
 #include "solver/store_pos.h"
 
@@ -129,8 +130,6 @@ class ExpanderOf final : public Expander {
         }
         for (ManCost& target : targets) target.Cost = cost_[At(grid_.KeyToBit[target.Man])];
     }
-
-    [[nodiscard]] const Grid& Map() const override { return grid_; }
 
   private:
     struct Box {
