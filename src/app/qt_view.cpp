@@ -88,8 +88,6 @@ void QtView::SetEnabled(Control control, bool enabled) {
     if (auto* timer = qobject_cast<QTimer*>(object)) {
         if (enabled && !timer->isActive()) timer->start();
         if (!enabled) timer->stop();
-    } else if (QAction* action = ActionOf(object)) {
-        action->setEnabled(enabled);
     } else if (auto* widget = qobject_cast<QWidget*>(object)) {
         widget->setEnabled(enabled);
     }

@@ -40,16 +40,6 @@ bool IsLineEnd(char c) {
 
 }  // namespace
 
-std::size_t Utf8Length(std::string_view bytes) {
-    if (bytes.empty()) return 0;
-    const Lead lead = LeadOf(static_cast<unsigned char>(bytes[0]));
-    if (bytes.size() < lead.Length) return 1;
-    for (std::size_t i = 1; i < lead.Length; ++i) {
-        if (!IsContinuation(lead, i, bytes[i])) return 1;
-    }
-    return lead.Length;
-}
-
 // Makes sure that `count` bytes stand in the buffer; false when the text ends before.
 bool LevelText::Need(std::size_t count) {
     while (end_ - begin_ < count) {

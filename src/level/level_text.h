@@ -47,8 +47,4 @@ class LevelText {
     std::int64_t column_ = 0;
 };
 
-// The length of the well-formed UTF-8 sequence at the start of `bytes`; 1 for a byte that starts
-// none and 0 for no bytes.
-[[nodiscard]] std::size_t Utf8Length(std::string_view bytes);
-
 }  // namespace kavit
