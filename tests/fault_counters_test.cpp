@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "solver/meeting.h"
+#include "solver/primes.h"
 #include "solver/store_pos.h"
+#include "support/levels.h"
 
 namespace kavit::test {
 namespace {
@@ -73,6 +75,14 @@ TEST(FaultCounters, MovesOfSixteenBits) {
     EXPECT_THROW((void)offer(31, kBackTag, 1, 1), SolverFault);
     EXPECT_EQ(state.Kept[1].SolMoves, 32767);
     EXPECT_EQ(state.Kept[1].SolPushes, 32767);
+}
+
+// What callers of the library may get wrong.
+TEST(FaultCounters, ArgumentsThatDoNotHold) {
+    Solver solver;
+    ASSERT_TRUE(solver.ApplySizes({100, 8, 300}).Ok);
+    EXPECT_THROW((void)solver.AnalyseBoard(BoardOf(kEasy), {.SeaType = 3}), SolverFault);
+    EXPECT_THROW((void)PrimeTable().NextPrime(PrimeTable::kLargest + 1), SolverFault);
 }
 
 }  // namespace

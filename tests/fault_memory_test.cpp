@@ -57,8 +57,17 @@ std::string SolveWith(const Sizes& sizes) {
     return Solve(solver);
 }
 
+// After an allocation that failed: the old sizes stand and solve, and the new ones can still be
+// had.
+void CheckRefused(Solver& solver, const ApplyReply& reply) {
+    EXPECT_EQ(reply.Message, kNoMemory);
+    EXPECT_EQ(solver.AppliedSizes(), kOld);
+    EXPECT_EQ(Solve(solver), SolveWith(kOld));
+    EXPECT_TRUE(solver.ApplySizes(kNew).Ok);
+    EXPECT_EQ(Solve(solver), SolveWith(kNew));
+}
+
 TEST(FaultMemory, EveryAllocationOfTheStore) {
-    const std::string old = SolveWith(kOld);
     int failures = 0;
     for (int at = 1;; ++at) {
         FailingSource source;
@@ -71,11 +80,8 @@ TEST(FaultMemory, EveryAllocationOfTheStore) {
             break;
         }
         ++failures;
-        EXPECT_EQ(reply.Message, kNoMemory);
-        EXPECT_EQ(solver.AppliedSizes(), kOld);
-        EXPECT_EQ(Solve(solver), old) << at;
-        EXPECT_TRUE(solver.ApplySizes(kNew).Ok);
-        EXPECT_EQ(Solve(solver), SolveWith(kNew)) << at;
+        SCOPED_TRACE(at);
+        CheckRefused(solver, reply);
     }
     EXPECT_GE(failures, 2);
 }
@@ -101,7 +107,6 @@ TEST(FaultMemory, EvenTheOldSizesAreGone) {
 
 // The small allocations around it: batch, primes, what is read of the machine.
 TEST(FaultMemory, EveryAllocationOfTheHeap) {
-    const std::string old = SolveWith(kOld);
     int failures = 0;
     for (int at = 1; at < 1000; ++at) {
         Solver solver;
@@ -115,16 +120,41 @@ TEST(FaultMemory, EveryAllocationOfTheHeap) {
         }
         if (!failed) break;
         ++failures;
-        if (!reply.Ok) {
-            EXPECT_EQ(reply.Message, kNoMemory);
-            EXPECT_EQ(solver.AppliedSizes(), kOld);
-            EXPECT_EQ(Solve(solver), old) << at;
-            EXPECT_TRUE(solver.ApplySizes(kNew).Ok);
-        }
-        EXPECT_EQ(Solve(solver), SolveWith(kNew)) << at;
+        SCOPED_TRACE(at);
+        if (!reply.Ok) CheckRefused(solver, reply);
+        EXPECT_EQ(Solve(solver), SolveWith(kNew));
     }
     EXPECT_GE(failures, 3);
     EXPECT_LT(failures, 999);
+}
+
+// The pass and the proof need memory of their own; without it the solutions stand.
+TEST(FaultMemory, EveryAllocationOfTheOptimizer) {
+    const Board level = BoardOfFile(KAVIT_EXAMPLES_FOLDER "/02-corner-shop.xsb");
+    Solver solver;
+    ASSERT_TRUE(solver.ApplySizes(kOld).Ok);
+    SolverHooks hooks;
+    int unproved = 0;
+    for (int at = 1; at < 1000; ++at) {
+        SCOPED_TRACE(at);
+        ASSERT_EQ(solver.AnalyseBoard(level, {.OptLevel = 3}), Result::Ok);
+        ASSERT_EQ(solver.Search(hooks), Result::Ok);
+        bool failed = false;
+        try {
+            const FailingNew failing(at);
+            EXPECT_EQ(solver.OptimizeMoves(hooks), Result::GoOn);
+            failed = failing.Failed();
+        } catch (const std::bad_alloc&) {
+            failed = true;
+        }
+        solver.BuildSolutions();
+        EXPECT_EQ(KeptFault(solver, level), "");
+        EXPECT_EQ(solver.Kept(1).SolPushes, 13);
+        if (!failed) break;
+        unproved += solver.Counters().MovesProved ? 0 : 1;
+    }
+    EXPECT_TRUE(solver.Counters().MovesProved);
+    EXPECT_GE(unproved, 5);
 }
 
 TEST(FaultMemory, LimitsAnswerAtOnce) {

@@ -72,6 +72,9 @@ TEST(FaultReading, SettingsThatCantBeRead) {
     const SettingsReply reply = ReadSettings(folder.Path());
     EXPECT_NE(reply.Fault.find("no plain file"), std::string::npos) << reply.Fault;
     EXPECT_EQ(ReadSettings(folder.Path("missing")).Fault, "");
+    // A plain file, as it seems, whose first byte can't be read.
+    EXPECT_EQ(ReadSettings("/proc/self/mem").Fault,
+              "The settings file /proc/self/mem can't be read: Input/output error");
 }
 
 }  // namespace

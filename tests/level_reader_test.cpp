@@ -194,7 +194,8 @@ TEST(LevelReader, Refuses) {
     }
 }
 
-// Ends although the input does not.
+// Ends although the input does not; and it comes from a stream that knows of no more than the next
+// byte, as one that shares its place with a C stream does.
 TEST(LevelReader, ReadsNoFurtherThanNeeded) {
     class Endless : public std::streambuf {
       public:
@@ -202,12 +203,17 @@ TEST(LevelReader, ReadsNoFurtherThanNeeded) {
 
       protected:
         int_type underflow() override {
-            setg(pattern_.data(), pattern_.data(), pattern_.data() + pattern_.size());
-            return traits_type::to_int_type(pattern_[0]);
+            return traits_type::to_int_type(pattern_[at_ % pattern_.size()]);
+        }
+        int_type uflow() override {
+            const int_type next = underflow();
+            ++at_;
+            return next;
         }
 
       private:
         string pattern_;
+        std::size_t at_ = 0;
     };
     for (const auto& [pattern, code] :
          std::vector<std::pair<string, Result>>{{"#", Result::LineTooLong},

@@ -28,6 +28,12 @@ struct Ended {
         RecountStore(State);
     }
     PosRecord Record() const { return State.Store.Record(Made.Top); }
+    template <typename Change>
+    void Alter(Change change) {
+        PosRecord record = Record();
+        change(record);
+        State.Store.SetRecord(Made.Top, record);
+    }
 
     SolverHooks Hooks;
     SearchState State;
@@ -41,23 +47,11 @@ TEST(Recount, SeesWhatDoesNotFit) {
         const char* Name;
         void (*Spoil)(Ended&);
     } cases[] = {
-        {"side",
-         [](Ended& e) {
-             PosRecord record = e.Record();
-             record.Tag = kBackTag;
-             e.State.Store.SetRecord(e.Made.Top, record);
-         }},
-        {"parent",
-         [](Ended& e) {
-             PosRecord record = e.Record();
-             record.Parent = e.Made.Top;
-             e.State.Store.SetRecord(e.Made.Top, record);
-         }},
+        {"side", [](Ended& e) { e.Alter([](PosRecord& r) { r.Tag = kBackTag; }); }},
+        {"parent", [](Ended& e) { e.Alter([&e](PosRecord& r) { r.Parent = e.Made.Top; }); }},
         {"moves",
          [](Ended& e) {
-             PosRecord record = e.Record();
-             record.Moves = e.State.Store.Record(record.Parent).Moves;
-             e.State.Store.SetRecord(e.Made.Top, record);
+             e.Alter([&e](PosRecord& r) { r.Moves = e.State.Store.Record(r.Parent).Moves; });
          }},
         {"box",
          [](Ended& e) {

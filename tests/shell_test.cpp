@@ -4,6 +4,7 @@
 
 #include <memory>
 
+#include "support/failing_new.h"
 #include "support/fake_view.h"
 #include "support/levels.h"
 #include "support/temp_folder.h"
@@ -189,12 +190,36 @@ TEST_F(ShellTest, OptimizerThatEndsEarly) {
     }
 }
 
+// Wherever memory runs out in a solve, the window says so and works on.
+TEST_F(ShellTest, NoMemoryInTheMiddle) {
+    int failures = 0;
+    bool failed = true;
+    for (int at = 1; failed && at < 1000; ++at) {
+        Load("level.xsb", kEasy);
+        try {
+            const test::FailingNew failing(at);
+            shell->SolveClicked();
+            failed = failing.Failed();
+        } catch (const std::bad_alloc&) {
+            continue;  // before or behind the solve
+        }
+        if (view.TakeBox() != "Insuficient Memory") continue;
+        ++failures;
+        EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR") << at;
+        EXPECT_FALSE(shell->Solving() || view.On(C::TimerWatch)) << at;
+    }
+    EXPECT_GE(failures, 10);
+    EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
+}
+
 // Escape leaves the innermost thing that goes on.
 TEST_F(ShellTest, Escape) {
-    shell->ImportBoard();
-    shell->EscapePressed();
-    EXPECT_FALSE(view.Shown(C::rtxtImport));
-    EXPECT_EQ(view.Buttons(), "SOLVE -ANIM -CLEAR");
+    for (const auto leave : {&Shell::EscapePressed, &Shell::SolveClicked}) {
+        shell->ImportBoard();
+        (*shell.*leave)();
+        EXPECT_FALSE(view.Shown(C::rtxtImport));
+        EXPECT_EQ(view.Buttons(), "SOLVE -ANIM -CLEAR");
+    }
     Solve();
     shell->ConfigureClicked();
     shell->AnimMouseUp(true);
@@ -297,13 +322,13 @@ TEST_F(ShellTest, ExpertMenus) {
     AskForSolutionFiles();
     shell->OptClicked(2);
     shell->OptSpecClicked();
-    EXPECT_TRUE(view.Underlined[C::lblOpt]);
+    EXPECT_TRUE(view.Underlined(C::lblOpt));
     shell->HashClicked(1);
     Load("abc.xsb", kEasy);
     shell->SolveClicked();
     EXPECT_EQ(view.AskedName, "abc_more_sp_1.sol");
     shell->OptClicked(1);
-    EXPECT_FALSE(view.Underlined[C::lblOpt]);
+    EXPECT_FALSE(view.Underlined(C::lblOpt));
     EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
     shell->OptClicked(3);
     EXPECT_EQ(view.Text(C::lblOpt), "P");

@@ -3,7 +3,6 @@
 #include <array>
 #include <deque>
 #include <functional>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -15,20 +14,14 @@ class FakeView final : public kavit::ShellView {
   public:
     using Control = kavit::Control;
 
-    void SetText(Control control, const std::string& text) override { Texts[control] = text; }
-    [[nodiscard]] std::string Text(Control control) const override {
-        const auto found = Texts.find(control);
-        return found == Texts.end() ? "" : found->second;
-    }
-    void SetEnabled(Control control, bool enabled) override { Enabled[control] = enabled; }
-    void SetVisible(Control control, bool visible) override { Visible[control] = visible; }
-    void SetChecked(Control control, bool checked) override { Checks[control] = checked; }
-    [[nodiscard]] bool Checked(Control control) const override {
-        const auto found = Checks.find(control);
-        return found != Checks.end() && found->second;
-    }
+    void SetText(Control control, const std::string& text) override { At(control).Text = text; }
+    [[nodiscard]] std::string Text(Control control) const override { return At(control).Text; }
+    void SetEnabled(Control control, bool enabled) override { At(control).Enabled = enabled; }
+    void SetVisible(Control control, bool visible) override { At(control).Visible = visible; }
+    void SetChecked(Control control, bool checked) override { At(control).Checked = checked; }
+    [[nodiscard]] bool Checked(Control control) const override { return At(control).Checked; }
     void SetUnderlined(Control control, bool underlined) override {
-        Underlined[control] = underlined;
+        At(control).Underlined = underlined;
     }
     void SetReadOnly(Control /*control*/, bool readOnly) override { ReadOnly = readOnly; }
     void SetFocus(Control control) override { Focus = control; }
@@ -86,14 +79,9 @@ class FakeView final : public kavit::ShellView {
         Boxes.clear();
         return box;
     }
-    [[nodiscard]] bool Shown(Control control) const {
-        const auto found = Visible.find(control);
-        return found == Visible.end() || found->second;
-    }
-    [[nodiscard]] bool On(Control control) const {
-        const auto found = Enabled.find(control);
-        return found == Enabled.end() || found->second;
-    }
+    [[nodiscard]] bool Shown(Control control) const { return At(control).Visible; }
+    [[nodiscard]] bool On(Control control) const { return At(control).Enabled; }
+    [[nodiscard]] bool Underlined(Control control) const { return At(control).Underlined; }
     // "SOLVE/ANIM" with "-" before what is disabled.
     [[nodiscard]] std::string Buttons() const {
         std::string text;
@@ -108,11 +96,6 @@ class FakeView final : public kavit::ShellView {
         return Text(Control::txtLeft) + "|" + Text(Control::txtRight);
     }
 
-    std::map<Control, std::string> Texts;
-    std::map<Control, bool> Enabled;
-    std::map<Control, bool> Visible;
-    std::map<Control, bool> Checks;
-    std::map<Control, bool> Underlined;
     std::array<kavit::Picture, kavit::kCells> Cells{};
     int CellsShown = 0;
     bool ReadOnly = false;
@@ -131,6 +114,20 @@ class FakeView final : public kavit::ShellView {
     std::string Help;
     int Quits = 0;
     std::function<void()> OnEvents;
+
+  private:
+    struct State {
+        std::string Text;
+        bool Enabled = true;
+        bool Visible = true;
+        bool Checked = false;
+        bool Underlined = false;
+    };
+    State& At(Control control) { return states_[static_cast<std::size_t>(control)]; }
+    [[nodiscard]] const State& At(Control control) const {
+        return states_[static_cast<std::size_t>(control)];
+    }
+    std::array<State, std::size(kavit::kControlNames)> states_;
 };
 
 // Every look at the clock of milliseconds takes 25 of them, so that each look is one to yield at.

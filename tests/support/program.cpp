@@ -29,7 +29,7 @@ Pipe MakeTerminal() {
     const int near = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (near < 0 || grantpt(near) != 0 || unlockpt(near) != 0) throw std::runtime_error("no pty");
     const int far = open(ptsname(near), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    const winsize size = {24, 60, 0, 0};
+    const winsize size = {24, 50, 0, 0};
     if (far < 0 || ioctl(far, TIOCSWINSZ, &size) != 0) throw std::runtime_error("no pty");
     return {near, far};
 }

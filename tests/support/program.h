@@ -17,16 +17,16 @@ struct ProgramRun {
 struct ProgramSetup {
     enum class Stdout { Read, ClosedReader, Closed, Full };
 
-    std::vector<std::string> Args;
-    std::string Input;
+    std::vector<std::string> Args = {};
+    std::string Input = {};
     bool HoldInput = false;    // standard input stays open and silent
     bool InputFolder = false;  // standard input is a folder, which can't be read
-    bool ErrTerminal = false;  // standard error is a terminal of 60 columns
+    bool ErrTerminal = false;  // standard error is a terminal of 50 columns
     Stdout Out = Stdout::Read;
-    std::string Folder;                  // to run in
-    std::function<void(pid_t)> OnStart;  // called when it has been started
+    std::string Folder = {};                  // to run in
+    std::function<void(pid_t)> OnStart = {};  // called when it has been started
     // Called whenever something came from its standard error, with all of it so far.
-    std::function<void(pid_t, const std::string&)> OnErr;
+    std::function<void(pid_t, const std::string&)> OnErr = {};
 };
 
 // Runs kavit-solve to its end.
