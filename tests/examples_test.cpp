@@ -47,9 +47,8 @@ TEST(Examples, TheTableListsEveryFile) {
 }
 
 void Solve(Solver& solver, const Board& board, const SolverOptions& options) {
-    ASSERT_EQ(solver.AnalyseBoard(board, options), Result::Ok);
+    test::SearchLevel(solver, board, options);
     SolverHooks hooks;
-    ASSERT_EQ(solver.Search(hooks), Result::Ok);
     ASSERT_EQ(solver.OptimizeMoves(hooks), Result::GoOn);
     solver.BuildSolutions();
     EXPECT_EQ(test::KeptFault(solver, board), "");

@@ -15,36 +15,20 @@ struct Standing final : WalkMeter {
 };
 
 TEST(FaultCounters, FullCountersAreFaults) {
-    constexpr std::int64_t kMost = 2147483647;
+    constexpr std::int32_t kMost = 2147483647;
     EXPECT_NO_THROW(CheckCounters(SearchCounters{}));
-    const struct {
-        const char* Name;
-        void (*Set)(SearchCounters&, std::int64_t);
-        std::int64_t Last;  // the largest value that is no fault yet
-    } cases[] = {
-        {"HashCnt", [](SearchCounters& c, std::int64_t value) { c.HashCnt = value; }, kMost},
-        {"RHashCnt", [](SearchCounters& c, std::int64_t value) { c.RHashCnt = value; }, kMost},
-        {"PosDiscarded",
-         [](SearchCounters& c, std::int64_t value) {
-             c.PosDiscarded = static_cast<std::int32_t>(value);
-         },
-         kMost - 4096},
-        {"PosChanged",
-         [](SearchCounters& c, std::int64_t value) {
-             c.PosChanged = static_cast<std::int32_t>(value);
-         },
-         kMost - 4096},
-        {"nSol",
-         [](SearchCounters& c, std::int64_t value) { c.nSol = static_cast<std::int32_t>(value); },
-         kMost - 4096},
-    };
-    for (const auto& c : cases) {
+    const auto check = [](auto counter, std::int32_t last) {  // the last value that is no fault
         SearchCounters counters;
-        c.Set(counters, c.Last);
-        EXPECT_NO_THROW(CheckCounters(counters)) << c.Name;
-        c.Set(counters, c.Last + 1);
-        EXPECT_THROW(CheckCounters(counters), SolverFault) << c.Name;
-    }
+        counters.*counter = last;
+        EXPECT_NO_THROW(CheckCounters(counters)) << last;
+        counters.*counter += 1;
+        EXPECT_THROW(CheckCounters(counters), SolverFault) << last;
+    };
+    for (const auto counter : {&SearchCounters::HashCnt, &SearchCounters::RHashCnt})
+        check(counter, kMost);
+    for (const auto counter :
+         {&SearchCounters::PosDiscarded, &SearchCounters::PosChanged, &SearchCounters::nSol})
+        check(counter, kMost - 4096);
 }
 
 // 32767 moves are kept, one more is a fault: of one position, and of a meeting.

@@ -37,9 +37,7 @@ class FailingSource final : public MemorySource {
 std::string Solve(Solver& solver) {
     const Board level = BoardOf("########\n#@$  . #\n# $  . #\n#  #   #\n########");
     SolverHooks hooks;
-    const Result analysed = solver.AnalyseBoard(level, {3, 0, 0, false});
-    if (analysed != Result::Ok) return "refused";
-    if (solver.Search(hooks) != Result::Ok) return "not solved";
+    SearchLevel(solver, level, {.OptLevel = 3});
     const Result pass = solver.OptimizeMoves(hooks);
     solver.BuildSolutions();
     const SearchCounters& counters = solver.Counters();
@@ -137,8 +135,7 @@ TEST(FaultMemory, EveryAllocationOfTheOptimizer) {
     int unproved = 0;
     for (int at = 1; at < 1000; ++at) {
         SCOPED_TRACE(at);
-        ASSERT_EQ(solver.AnalyseBoard(level, {.OptLevel = 3}), Result::Ok);
-        ASSERT_EQ(solver.Search(hooks), Result::Ok);
+        SearchLevel(solver, level, {.OptLevel = 3});
         bool failed = false;
         try {
             const FailingNew failing(at);

@@ -217,13 +217,11 @@ TEST(Transform, TheLawsOfTurning) {
     }
 }
 
-// The fewest pushes that solve the board, by a solution that was played through; -1 for none.
+// The fewest pushes that solve the board, by a solution that was played through.
 int FewestPushes(const Board& board) {
     Solver solver;
     EXPECT_TRUE(solver.ApplySizes({20000, 4, 60}).Ok);
-    SolverHooks hooks;
-    if (solver.AnalyseBoard(board, {}) != Result::Ok) return -1;
-    if (solver.Search(hooks) != Result::Ok) return -1;
+    test::SearchLevel(solver, board);
     solver.BuildSolutions();
     EXPECT_EQ(test::KeptFault(solver, board), "");
     return solver.Kept(1).SolPushes;

@@ -29,10 +29,8 @@ TEST(Optimizer, AStopAnywhereKeepsTheSolutionsAndClaimsNothing) {
     Solver solver;
     ASSERT_TRUE(solver.ApplySizes({100000, 8, 300}).Ok);
     const SolverOptions options{3, 0, 0, true};
-    SolverHooks search;
     test::StopAt whole(0);
-    ASSERT_EQ(solver.AnalyseBoard(board, options), Result::Ok);
-    ASSERT_EQ(solver.Search(search), Result::Ok);
+    test::SearchLevel(solver, board, options);
     ASSERT_EQ(solver.OptimizeMoves(whole), Result::GoOn);
     ASSERT_TRUE(solver.Counters().MovesProved);
     const int best = solver.Kept(1).SolMoves;
@@ -42,8 +40,7 @@ TEST(Optimizer, AStopAnywhereKeepsTheSolutionsAndClaimsNothing) {
     for (const std::int64_t at : {std::int64_t{1}, std::int64_t{2}, last / 4, last / 2, last - 40,
                                   last - 10, last - 1, last}) {
         test::StopAt hooks(at);
-        ASSERT_EQ(solver.AnalyseBoard(board, options), Result::Ok);
-        ASSERT_EQ(solver.Search(search), Result::Ok);
+        test::SearchLevel(solver, board, options);
         const Result result = solver.OptimizeMoves(hooks);
         ExpectWhole(solver, board, pushes);
         EXPECT_GE(solver.Kept(1).SolMoves, best);
@@ -59,14 +56,12 @@ TEST(Optimizer, AFullStoreKeepsTheSolutionsAndClaimsNothing) {
         Solver solver;
         ASSERT_TRUE(solver.ApplySizes({200000, 8, 300}).Ok);
         SolverHooks hooks;
-        ASSERT_EQ(solver.AnalyseBoard(board, {3, 0, 0, false}), Result::Ok);
-        ASSERT_EQ(solver.Search(hooks), Result::Ok);
+        test::SearchLevel(solver, board, {3, 0, 0, false});
         const std::int32_t needed = solver.Counters().BucketCnt;
         const int pushes = solver.Kept(1).SolPushes;
         // A store that the search fills to the last position leaves the pass no room.
         ASSERT_TRUE(solver.ApplySizes({needed, 8, 300}).Ok);
-        ASSERT_EQ(solver.AnalyseBoard(board, {3, 0, 0, false}), Result::Ok);
-        ASSERT_EQ(solver.Search(hooks), Result::Ok);
+        test::SearchLevel(solver, board, {3, 0, 0, false});
         const Result result = solver.OptimizeMoves(hooks);
         filled += result == Result::OutOfMemory ? 1 : 0;
         EXPECT_EQ(solver.Counters().MovesProved, result == Result::GoOn);
@@ -135,8 +130,7 @@ TEST(Optimizer, EachLevelIsAtLeastAsGoodAsTheOneBelow) {
         int moves = 32767;
         for (int level = 1; level <= 3; ++level) {
             SolverHooks hooks;
-            ASSERT_EQ(solver.AnalyseBoard(board, {level, 0, 0, false}), Result::Ok);
-            ASSERT_EQ(solver.Search(hooks), Result::Ok);
+            test::SearchLevel(solver, board, {level, 0, 0, false});
             ASSERT_EQ(solver.OptimizeMoves(hooks), Result::GoOn);
             EXPECT_LE(solver.Kept(1).SolMoves, moves) << name << " level " << level;
             moves = solver.Kept(1).SolMoves;

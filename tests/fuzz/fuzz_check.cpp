@@ -104,18 +104,9 @@ void CompareWithOracle(const Solver& solver, const Figures& search, const Oracle
                 PassText(solver, Result::GoOn) + "; " + detail);
 }
 
-void Count(OracleVerdict verdict, FuzzTally& tally) {
-    switch (verdict) {
-        case OracleVerdict::Solvable:
-            ++tally.Solvable;
-            break;
-        case OracleVerdict::Unsolvable:
-            ++tally.Unsolvable;
-            break;
-        case OracleVerdict::TooBig:
-            ++tally.TooBig;
-            break;
-    }
+std::int64_t& CountOf(OracleVerdict verdict, FuzzTally& tally) {
+    if (verdict == OracleVerdict::TooBig) return tally.TooBig;
+    return verdict == OracleVerdict::Solvable ? tally.Solvable : tally.Unsolvable;
 }
 
 // One solve and all its checks; its counts as text.
@@ -134,7 +125,7 @@ std::string SolveAndCheck(Solver& solver, const FuzzSolve& solve, FuzzTally& tal
     CheckEarlyEnd(solve, search);
     if (result == 0 || result == 3 || result == 14) {
         const OracleAnswer truth = AskOracle(solve.Ask.Level, kOracleStates);
-        Count(truth.Verdict, tally);
+        ++CountOf(truth.Verdict, tally);
         CompareWithOracle(solver, search, truth);
     }
     return text;

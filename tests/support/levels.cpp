@@ -43,6 +43,14 @@ void SetExtent(Board& board) {
     }
 }
 
+void SearchLevel(Solver& solver, const Board& level, const SolverOptions& options) {
+    SolverHooks hooks;
+    Result result = solver.AnalyseBoard(level, options);
+    if (result == Result::Ok) result = solver.Search(hooks);
+    if (result != Result::Ok)
+        throw std::runtime_error("not solved: " + std::to_string(static_cast<int>(result)));
+}
+
 std::string KeptFault(const Solver& solver, const Board& level) {
     for (const int k : {0, 1}) {
         const KeptSolution& kept = solver.Kept(k);

@@ -42,6 +42,9 @@ class StopAt : public SolverHooks {
     std::int64_t at_;
 };
 
+// Analyses the board and searches it; throws unless that solves it.
+void SearchLevel(Solver& solver, const Board& level, const SolverOptions& options = {});
+
 // Plays both solutions kept; "" or what is wrong with them.
 std::string KeptFault(const Solver& solver, const Board& level);
 

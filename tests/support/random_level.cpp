@@ -130,17 +130,12 @@ class LevelMaker {
     void Put(std::uint8_t what, int count) {
         for (int tries = 0; count > 0 && tries < 100 && !floor_.empty(); ++tries) {
             const int cell = TakeFloor();
-            if (what == kGoal && Cell(cell) == kFloor)
-                Cell(cell) = kGoal;
-            else if (what == kGoal && Cell(cell) == kBox && random_.Percent(30))
+            const std::uint8_t under = Cell(cell);
+            if (under == kFloor)
+                Cell(cell) = what;
+            else if (what == kGoal && under == kBox && random_.Percent(30))
                 Cell(cell) = kBoxOnGoal;
-            else if (what == kBox && Cell(cell) == kFloor)
-                Cell(cell) = kBox;
-            else if (what == kBoxOnGoal && Cell(cell) == kFloor)
-                Cell(cell) = kBoxOnGoal;
-            else if (what == kMan && Cell(cell) == kFloor)
-                Cell(cell) = kMan;
-            else if (what == kMan && Cell(cell) == kGoal)
+            else if (what == kMan && under == kGoal)
                 Cell(cell) = kManOnGoal;
             else
                 continue;
