@@ -40,10 +40,10 @@ TEST_F(AtomicFile, WritesReplacesAndKeepsPermissions) {
     umask(mask);
     EXPECT_EQ(static_cast<mode_t>(fs::status(file).permissions()), 0666 & ~mask);
 
-    fs::permissions(file, fs::perms{0640});
+    fs::permissions(file, fs::perms{0740});
     EXPECT_EQ(WriteWholeFile(file, ""), "");
     EXPECT_EQ(temp_.Read("a.sol"), "");
-    EXPECT_EQ(fs::status(file).permissions(), fs::perms{0640});
+    EXPECT_EQ(fs::status(file).permissions(), fs::perms{0740});
     EXPECT_EQ(Names(), "a.sol ");
 }
 
