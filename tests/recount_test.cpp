@@ -43,6 +43,9 @@ struct Ended {
 
 TEST(Recount, SeesWhatDoesNotFit) {
     EXPECT_NO_THROW(Ended().Recount());
+    Ended stopped;  // before the backward start was stored: the run before stands for its level
+    LevelTables::Run(stopped.State.Levels.BackTopEnd, 1, 1) = {1, 1};
+    EXPECT_NO_THROW(stopped.Recount());
     const struct {
         const char* Name;
         void (*Spoil)(Ended&);

@@ -82,8 +82,10 @@ void RecountStore(const SearchState& state) {
     }
     Require(found == count, "is missing in the table, or one before it", count);
 
-    // A start position that did not fit leaves its level with the one before it.
-    if (state.Counters.SeaSteps == 0) return;
+    // A start position that did not fit, or was stopped, leaves its level with the one before it.
+    if (LevelTables::Get(state.Levels.ForwTopEnd, 1, 1).Top ==
+        LevelTables::Get(state.Levels.BackTopEnd, 1, 1).Top)
+        return;
     std::vector<bool> marked(static_cast<std::size_t>(count) + 1);
     for (const auto& levels : state.Levels.ForwTopEnd) MarkRun(state, levels[0], kForwTag, marked);
     for (const auto& levels : state.Levels.BackTopEnd) MarkRun(state, levels[0], kBackTag, marked);
