@@ -353,6 +353,18 @@ class MainWindowTest : public QObject {
         }
     }
 
+    void solutionIsSavedUnderTheNameAsWritten() {
+        Find<QAbstractButton>("chkNoWriteSol")->click();
+        boxes_->OnDialog = [](QDialog* dialog) { dialog->accept(); };
+        boxes_->Answer = QMessageBox::Yes;
+        for (const char* box : {"", "<b>my \"best\" &amp; %1.sol exists already. Replace it?"}) {
+            Open("<b>my \"best\" &amp; %1.xsb", kEasy);
+            Click("btnSOLVE");
+            QCOMPARE(boxes_->Take(), QString(box));
+            QVERIFY(std::filesystem::exists(folder_->Path("<b>my \"best\" &amp; %1.sol")));
+        }
+    }
+
     void openDialogAndSettings() {
         const std::string file = folder_->Write("lev2.xsb", kEasy);
         folder_->Write("lev10.xsb", kEasy);
