@@ -1,6 +1,7 @@
 #include "app/shell/shell.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <fstream>
 #include <iterator>
@@ -356,6 +357,9 @@ TEST_F(ShellTest, LevelThatFailsAfterAGoodOne) {
     EXPECT_EQ(view.Text(C::txtLeft), "can't open file, try again");
     shell->OpenGiven(folder.Write("noextension", kEasy));
     EXPECT_NE(view.TakeBox().find("noextension"), std::string::npos);
+    ASSERT_EQ(mkfifo(folder.Path("pipe.xsb").c_str(), 0600), 0);
+    shell->OpenGiven(folder.Path("pipe.xsb"));
+    EXPECT_EQ(view.Text(C::lblDebug), "it is a pipe");
     Solve();
     EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
 }
@@ -378,6 +382,10 @@ TEST_F(ShellTest, SettingsPanelAndFile) {
         const char* Box;
         const char* BlocksAfter;
     };
+    std::string longText = "<";
+    for (int i = 0; i < 10000; ++i) longText += "\u00e9";
+    const std::string longBox =
+        "Max Positions: \"" + longText.substr(0, 39) + "...\" is not a whole number";
     const Row rows[] = {
         {"200000", "20", "86401", "MaxTime can't exceed 86400 secs.", "8"},
         {"200000", "0", "300", "Blocks can't be zero or negative", "0"},
@@ -385,8 +393,10 @@ TEST_F(ShellTest, SettingsPanelAndFile) {
         {"100", "8", "0", "Max elapsed time can't be zero or negative", "8"},
         {"9223372036854775807", "9", "300", "Insuficient Memory", "8"},
         {"200000", "many", "300", "Blocks: \"many\" is not a whole number", "many"},
-        {"99999999999999999999", "8", "300",
-         "Max Positions: \"99999999999999999999\" is not a whole number", "8"},
+        {"99999999999999999999", "8", "300", "Insuficient Memory", "8"},
+        {"-99999999999999999999", "8", "300", "Max number of positions can't be zero or negative",
+         "8"},
+        {longText.c_str(), "8", "300", longBox.c_str(), "8"},
         {" 100000 ", "12", "600", "", "12"},
     };
     for (const Row& row : rows) {
@@ -640,9 +650,13 @@ TEST_F(ShellTest, ImportTakesTextOrLeavesItForMending) {
     shell->PasteLevel();
     EXPECT_EQ(shell->Level().Cell, before.Cell);
     EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
-    view.Clip = "# a heading, no level";
-    shell->PasteLevel();
-    EXPECT_EQ(shell->Level().Cell, before.Cell);
+    for (const std::string& text :
+         {std::string("# a heading, no level"), std::string(200000, '#')}) {
+        view.Clip = text;
+        shell->PasteLevel();
+        EXPECT_EQ(shell->Level().Cell, before.Cell);
+        EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+    }
 }
 
 TEST_F(ShellTest, PendingSettingsAreAppliedByTheNextCommand) {
