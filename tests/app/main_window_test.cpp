@@ -150,9 +150,12 @@ class MainWindowTest : public QObject {
             }
         }
         for (int tool = 0; tool < 10; ++tool) {
-            QVERIFY(!Find<QToolButton>(QStringLiteral("ImgEdit%1").arg(tool))
-                         ->accessibleName()
-                         .isEmpty());
+            const auto* button = Find<QToolButton>(QStringLiteral("ImgEdit%1").arg(tool));
+            QVERIFY(!button->accessibleName().isEmpty());
+            const auto shown = [button](QIcon::State state) {
+                return button->icon().pixmap(button->iconSize(), QIcon::Normal, state).toImage();
+            };
+            QVERIFY(shown(QIcon::On) != shown(QIcon::Off));
         }
         for (const char* hidden : {"OptMovPus0", "OptMovPus1", "frmSizes", "frmCommands"}) {
             QVERIFY(!Find<QWidget>(QLatin1String(hidden))->isVisible());
@@ -208,6 +211,10 @@ class MainWindowTest : public QObject {
         QCOMPARE(Caption("btnANIM"), QString("CONT< >REPEAT"));
         Click("btnANIM", Qt::RightButton);
         QCOMPARE(Board()->PictureAt(20), kavit::Picture::ManDown);
+        QCOMPARE(Caption("btnANIM"), QString("STOP"));
+        QTest::keyClick(window_.get(), Qt::Key_F6);
+        window_->Commands().AnimTick();
+        QTest::keyClick(window_.get(), Qt::Key_F6, Qt::ShiftModifier);
         QCOMPARE(Caption("btnANIM"), QString("STOP"));
     }
 
