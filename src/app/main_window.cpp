@@ -97,6 +97,7 @@ void MainWindow::CreateBoard() {
     import_->setFont(courier);
     import_->setTabChangesFocus(true);
     import_->setAcceptDrops(false);  // a file dropped here is opened by the window
+    import_->installEventFilter(this);
     auto* over = new QGridLayout(boardArea_);
     over->setContentsMargins(0, 0, 0, 0);
     over->addWidget(board_, 0, 0);
@@ -358,6 +359,13 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
             shell_->AnimMouseUp(false);
             return true;
         }
+    }
+    // While it is read-only the text box leaves Ctrl+C to the window, which copies the solution.
+    if (event->type() == QEvent::ShortcutOverride && watched == import_ &&
+        import_->textCursor().hasSelection() &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        event->accept();
+        return true;
     }
     if (event->type() == QEvent::MouseButtonDblClick &&
         watched->objectName() == QLatin1String("lblOpt")) {

@@ -125,7 +125,12 @@ void QtView::SetUnderlined(Control control, bool underlined) {
 }
 
 void QtView::SetReadOnly(Control control, bool readOnly) {
-    if (auto* box = qobject_cast<QPlainTextEdit*>(Of(control))) box->setReadOnly(readOnly);
+    auto* box = qobject_cast<QPlainTextEdit*>(Of(control));
+    if (box == nullptr) return;
+    box->setReadOnly(readOnly);
+    if (readOnly) {  // the toolkit lets the mouse alone select such text
+        box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    }
 }
 
 void QtView::SetFocus(Control control) {

@@ -194,6 +194,10 @@ class MainWindowTest : public QObject {
         QVERIFY(text->isVisible() && text->isReadOnly());
         QVERIFY(text->toPlainText().contains("#@ $ .#"));
         QCOMPARE(Caption("btnSOLVE"), QString("RETURN"));
+        text->setFocus();
+        text->selectAll();
+        QTest::keyClick(text, Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(QApplication::clipboard()->text().contains("RESULT:  3/ 2"));
         Click("btnSOLVE");
         QVERIFY(!text->isVisible());
         Find<QTimer>("TimerAnim")->setInterval(5);
