@@ -543,7 +543,10 @@ TEST_F(ShellTest, AnimationLeftAndRight) {
 }
 
 TEST_F(ShellTest, EditorKeepsWhatWasDrawnOrTakesItBack) {
+    view.OnEvents = [&] { shell->ImportBoard(); };  // typed ahead
     shell->EditBoard();
+    view.OnEvents = nullptr;
+    EXPECT_FALSE(view.Shown(C::rtxtImport)) << "the editor and the import box at once";
     EXPECT_EQ(view.Title, "kavit Editing");
     EXPECT_EQ(view.Buttons(), "-SOLVE DONE CLEAR");
     EXPECT_EQ(view.Lines(), "Editing|When ready click 'DONE'");
@@ -594,6 +597,11 @@ TEST_F(ShellTest, EditorKeepsWhatWasDrawnOrTakesItBack) {
 }
 
 TEST_F(ShellTest, ClearForgetsLevelAndSolution) {
+    Solve();
+    shell->EditBoard();
+    shell->ClearClicked();
+    EXPECT_EQ(view.Buttons(), "SOLVE DONE CLEAR") << "no text of a level that is gone";
+    shell->AnimMouseUp(true);
     Solve();
     shell->SolveClicked();
     shell->ClearClicked();

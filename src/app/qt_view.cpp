@@ -226,6 +226,10 @@ void QtView::ProcessEvents() {
     QApplication::processEvents();
 }
 
+void QtView::Repaint() {
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
 void QtView::Quit() {
     window_->setProperty("kavitQuit", true);
     window_->close();
