@@ -540,6 +540,11 @@ TEST_F(ShellTest, AnimationLeftAndRight) {
     EXPECT_EQ(at(20), Picture::ManDown);
     Animate(1);
     EXPECT_EQ(view.Text(C::txtRight), "Moves:  1/3");
+    Solve();
+    shell->AnimMouseUp(true);
+    Animate(10);
+    shell->HashClicked(1);
+    EXPECT_EQ(view.Cells[22], Picture::Box) << "the level, not the end of its replay";
 }
 
 TEST_F(ShellTest, EditorKeepsWhatWasDrawnOrTakesItBack) {

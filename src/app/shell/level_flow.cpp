@@ -45,6 +45,7 @@ void Shell::Settle() {
     if (haveSolution_) {
         SetSolve(SolveState::Text);
         SetAnim(AnimCaption::Anim, true);
+        ShowBoard();  // without what a replay left there
     } else if (solveState_ == SolveState::Return) {
         SetSolve(SolveState::Solve);
     }
