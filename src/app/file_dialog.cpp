@@ -46,7 +46,7 @@ void FileDialog::accept() {
     }
     if (!MayTake(path)) return;
     chosen_ = path;
-    QDialog::accept();
+    done(Accepted);
 }
 
 bool FileDialog::MayTake(const QString& path) {
