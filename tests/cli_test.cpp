@@ -271,11 +271,13 @@ TEST_F(Cli, WhereLevelsComeFrom) {
         folder_.Write(std::string("set/") + name, kOnePush);
     }
     fs::create_directory(folder_.Path("set/folder.xsb"));
-    const ProgramRun run = Run({"--json", "set/", "-", "empty"}, kThreePushes);
+    fs::create_directory(folder_.Path("[a,b]"));
+    folder_.Write("[a,b]/c.xsb", kOnePush);
+    const ProgramRun run = Run({"--json", "[a,b]", "set/", "-", "empty"}, kThreePushes);
     Strings names;
     for (const Json& object : Objects(run.Out)) names.push_back(object.at("level"));
-    EXPECT_EQ(names, Strings({"set/b.xsb", "set/lev9.XSB", "set/lev10.xsb", "set/lev010b.xsb", "-",
-                              "empty"}));
+    EXPECT_EQ(names, Strings({"./[a,b]/c.xsb", "set/b.xsb", "set/lev9.XSB", "set/lev10.xsb",
+                              "set/lev010b.xsb", "-", "empty"}));
     EXPECT_EQ(run.Status, 5);
     EXPECT_TRUE(Contains(run.Err, "empty: Nothing to Open: no .xsb files")) << run.Err;
 }
@@ -317,7 +319,7 @@ TEST_F(Cli, SolutionFiles) {
         {"--sol one.xsb one.xsb", 7, "", "one.xsb: this is a level file"},
         {"--sol twice one.xsb ./one.xsb two.xsb", 7, "twice/one.sol twice/two.sol",
          "twice/one.sol: holds the solution of one.xsb"},
-        {"--sol missing/x one.xsb", 7, "", "missing/x"},
+        {"--sol missing\033/x one.xsb", 7, "", "missing\\x1b/x\": folder \"missing\\x1b\""},
         {"--sol /proc/nothing/ one.xsb none.xsb", 3, "", "/proc/nothing"},
     };
     for (const Case& c : cases) {

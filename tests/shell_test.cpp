@@ -1,6 +1,7 @@
 #include "app/shell/shell.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <memory>
 
@@ -392,6 +393,9 @@ TEST_F(ShellTest, LevelThatFailsAfterAGoodOne) {
     EXPECT_EQ(view.Text(C::txtLeft), "can't open file, try again");
     shell->OpenGiven(folder.Write("noextension", kEasy));
     EXPECT_NE(view.TakeBox().find("noextension"), std::string::npos);
+    ASSERT_EQ(mkfifo(folder.Path("pipe.xsb").c_str(), 0600), 0);
+    shell->OpenGiven(folder.Path("pipe.xsb"));
+    EXPECT_EQ(view.Text(C::lblDebug), "it is a pipe");
     Solve();
     EXPECT_EQ(view.Buttons(), "TEXT ANIM CLEAR");
 }
@@ -407,6 +411,10 @@ TEST_F(ShellTest, CancelledOpenKeepsTheSolution) {
 }
 
 TEST_F(ShellTest, SettingsPanelAndFile) {
+    std::string longText = "<";
+    for (int i = 0; i < 10000; ++i) longText += "\u00e9";
+    const std::string longBox =
+        "Max Positions: \"" + longText.substr(0, 39) + "...\" is not a whole number";
     const struct {
         const char *Memory, *Blocks, *Time, *Box, *BlocksAfter;
     } rows[] = {
@@ -417,8 +425,10 @@ TEST_F(ShellTest, SettingsPanelAndFile) {
         {"200000", "8", "0", "Max elapsed time can't be zero or negative", "8"},
         {"9223372036854775807", "9", "300", "Insuficient Memory", "8"},
         {"200000", "many", "300", "Blocks: \"many\" is not a whole number", "many"},
-        {"99999999999999999999", "8", "300",
-         "Max Positions: \"99999999999999999999\" is not a whole number", "8"},
+        {"99999999999999999999", "8", "300", "Insuficient Memory", "8"},
+        {"-99999999999999999999", "8", "300", "Max number of positions can't be zero or negative",
+         "8"},
+        {longText.c_str(), "8", "300", longBox.c_str(), "8"},
         {" 100000 ", "12", "600", "", "12"},
     };
     for (const auto& row : rows) {
@@ -546,11 +556,19 @@ TEST_F(ShellTest, AnimationLeftAndRight) {
     Animate(3);
     EXPECT_EQ(view.Lines(), "Pushes:  2/2|Moves:  3/3");
     EXPECT_EQ(view.Text(C::btnANIM), "REPEAT");
+    Solve();
+    shell->AnimMouseUp(true);
+    Animate(10);
+    shell->HashClicked(1);
+    EXPECT_EQ(view.Cells[22], Picture::Box) << "the level, not the end of its replay";
 }
 
 TEST_F(ShellTest, EditorKeepsWhatWasDrawnOrTakesItBack) {
     Load("level.xsb", "######\n#@  .#\n######\n");
+    view.OnEvents = [&] { shell->ImportBoard(); };  // typed ahead
     shell->EditBoard();
+    view.OnEvents = nullptr;
+    EXPECT_FALSE(view.Shown(C::rtxtImport)) << "the editor and the import box at once";
     EXPECT_EQ(view.Title, "kavit Editing");
     EXPECT_EQ(view.Buttons(), "-SOLVE DONE CLEAR");
     EXPECT_EQ(view.Lines(), "Editing|When ready click 'DONE'");
@@ -591,6 +609,11 @@ TEST_F(ShellTest, EditorKeepsWhatWasDrawnOrTakesItBack) {
 }
 
 TEST_F(ShellTest, ClearForgetsLevelAndSolution) {
+    Solve();
+    shell->EditBoard();
+    shell->ClearClicked();
+    EXPECT_EQ(view.Buttons(), "SOLVE DONE CLEAR") << "no text of a level that is gone";
+    shell->AnimMouseUp(true);
     Solve();
     shell->SolveClicked();
     shell->ClearClicked();
@@ -643,9 +666,13 @@ TEST_F(ShellTest, ImportTakesTextOrLeavesItForMending) {
     shell->PasteLevel();
     EXPECT_EQ(shell->Level().Cell, before.Cell);
     EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
-    view.Clip = "# a heading, no level";
-    shell->PasteLevel();
-    EXPECT_EQ(shell->Level().Cell, before.Cell);
+    for (const std::string& text :
+         {std::string("# a heading, no level"), std::string(200000, '#')}) {
+        view.Clip = text;
+        shell->PasteLevel();
+        EXPECT_EQ(shell->Level().Cell, before.Cell);
+        EXPECT_EQ(view.Buttons(), "SOLVE -ANIM CLEAR");
+    }
 }
 
 TEST_F(ShellTest, PendingSettingsAreAppliedByTheNextCommand) {

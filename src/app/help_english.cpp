@@ -128,6 +128,7 @@ KEYS
     Ctrl+R: restart the level
     F5: SOLVE, STOP, TEXT, RETURN
     F6: ANIM and what it turns into
+    Shift+F6: begin the replay again
     Escape: stop; leave what is open
     Ctrl+C: copy the solution
     Ctrl+Shift+C: copy the level as text

@@ -144,6 +144,7 @@ TOUCHES
     Ctrl+R : reprendre le niveau au début
     F5 : SOLVE, STOP, TEXT, RETURN
     F6 : ANIM et ce qu'affiche ce bouton
+    Maj+F6 : tout rejouer depuis le début
     Échap : arrêter ; quitter ce qui est ouvert
     Ctrl+C : copier la solution
     Ctrl+Maj+C : copier le niveau sous forme de texte

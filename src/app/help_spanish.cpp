@@ -136,6 +136,7 @@ TECLAS
     Ctrl+R: volver al inicio del nivel
     F5: SOLVE, STOP, TEXT, RETURN
     F6: ANIM y lo que muestre ese botón
+    Mayús+F6: repetir todo desde el principio
     Escape: detener; salir de lo que esté abierto
     Ctrl+C: copiar la solución
     Ctrl+Mayús+C: copiar el nivel como texto

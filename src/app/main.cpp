@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "app/main_window.h"
@@ -86,7 +87,13 @@ int main(int argc, char** argv) {
     std::vector<std::string> levels;
     if (!TakeArguments(argc, argv, levels)) return 2;
 
-    kavit::MainWindow window(program.empty() ? "kavit" : program, std::filesystem::current_path());
+    std::error_code error;
+    const std::filesystem::path folder = std::filesystem::current_path(error);
+    if (error) {
+        std::fprintf(stderr, "kavit: there is no current folder: %s\n", error.message().c_str());
+        return 1;
+    }
+    kavit::MainWindow window(program.empty() ? "kavit" : program, folder);
     if (!window.Start()) return 1;
     window.show();
     if (!levels.empty()) {

@@ -97,6 +97,7 @@ void MainWindow::CreateBoard() {
     import_->setFont(courier);
     import_->setTabChangesFocus(true);
     import_->setAcceptDrops(false);  // a file dropped here is opened by the window
+    import_->installEventFilter(this);
     auto* over = new QGridLayout(boardArea_);
     over->setContentsMargins(0, 0, 0, 0);
     over->addWidget(board_, 0, 0);
@@ -154,9 +155,9 @@ void MainWindow::CreateSide() {
     auto* column = new QVBoxLayout(side_);
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(AddButton("btnSOLVE", tr("SOLVE"), tr("Solve the level (F5)")));
-    column->addWidget(AddButton(
-        "btnANIM", tr("ANIM"),
-        tr("Replay the solution (F6). Stopped: left button goes on, right button starts again")));
+    column->addWidget(AddButton("btnANIM", tr("ANIM"),
+                                tr("Replay the solution (F6). Stopped: left button goes on, right "
+                                   "button or Shift+F6 starts again")));
     column->addWidget(AddButton("btnCLEAR", tr("CLEAR"), tr("Empty the board")));
     column->addWidget(optimizer);
     column->addWidget(palette_, 0, Qt::AlignHCenter);
@@ -320,6 +321,11 @@ void MainWindow::CreateShortcuts() {
     };
     add(Qt::Key_F5, "btnSOLVE");
     add(Qt::Key_F6, "btnANIM");
+    // What the right mouse button does there.
+    auto* anim = findChild<QPushButton*>(QStringLiteral("btnANIM"));
+    connect(new QShortcut(Qt::SHIFT | Qt::Key_F6, this), &QShortcut::activated, anim, [this, anim] {
+        if (anim->isEnabled()) shell_->AnimMouseUp(false);
+    });
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this,
             [this] { shell_->EscapePressed(); });
 }
@@ -353,6 +359,13 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
             shell_->AnimMouseUp(false);
             return true;
         }
+    }
+    // While it is read-only the text box leaves Ctrl+C to the window, which copies the solution.
+    if (event->type() == QEvent::ShortcutOverride && watched == import_ &&
+        import_->textCursor().hasSelection() &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        event->accept();
+        return true;
     }
     if (event->type() == QEvent::MouseButtonDblClick &&
         watched->objectName() == QLatin1String("lblOpt")) {

@@ -1,6 +1,7 @@
 #include "app/palette_view.h"
 
 #include <QGridLayout>
+#include <QPainter>
 #include <QToolButton>
 #include <array>
 
@@ -10,6 +11,19 @@ namespace kavit {
 namespace {
 
 constexpr int kEdge = 32;
+constexpr int kFrame = 4;
+
+// The chosen tool wears a frame: the pressed look of a button alone is hardly seen in some styles.
+QIcon ToolIcon(QPixmap picture, const QColor& frame) {
+    QIcon icon(picture);
+    QPainter painter(&picture);
+    painter.setPen(QPen(frame, kFrame, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    const int inset = kFrame / 2;
+    painter.drawRect(QRect(0, 0, kEdge, kEdge).adjusted(inset, inset, -inset, -inset));
+    painter.end();
+    icon.addPixmap(picture, QIcon::Normal, QIcon::On);
+    return icon;
+}
 
 }  // namespace
 
@@ -33,8 +47,9 @@ PaletteView::PaletteView(QWidget* parent) : QWidget(parent) {
         const QString& name = names[static_cast<std::size_t>(tool)];
         button->setObjectName(QStringLiteral("ImgEdit%1").arg(tool));
         button->setCheckable(true);
-        button->setIcon(QIcon(PictureSet::Draw(PictureOf(static_cast<std::uint8_t>(tool)), kEdge,
-                                               devicePixelRatioF())));
+        button->setIcon(ToolIcon(PictureSet::Draw(PictureOf(static_cast<std::uint8_t>(tool)), kEdge,
+                                                  devicePixelRatioF()),
+                                 palette().highlight().color()));
         button->setIconSize({kEdge, kEdge});
         button->setToolTip(name);
         button->setAccessibleName(name);

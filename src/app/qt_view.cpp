@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -17,7 +16,9 @@
 #include <QTimer>
 
 #include "app/board_view.h"
+#include "app/file_dialog.h"
 #include "app/help_window.h"
+#include "app/plain_box.h"
 
 namespace kavit {
 namespace {
@@ -35,16 +36,15 @@ std::string ToPath(const QString& path) {
     return QFile::encodeName(path).toStdString();
 }
 
+std::optional<std::string> Chosen(const QString& path) {
+    if (path.isEmpty()) return std::nullopt;
+    return ToPath(path);
+}
+
 // A menu is shown, hidden and enabled through the entry that opens it.
 QAction* ActionOf(QObject* object) {
     if (auto* menu = qobject_cast<QMenu*>(object)) return menu->menuAction();
     return qobject_cast<QAction*>(object);
-}
-
-void Prepare(QMessageBox& box, const std::string& text) {
-    box.setTextFormat(Qt::PlainText);
-    box.setText(FromUtf8(text));
-    box.setWindowTitle(QApplication::applicationName());
 }
 
 }  // namespace
@@ -123,7 +123,12 @@ void QtView::SetUnderlined(Control control, bool underlined) {
 }
 
 void QtView::SetReadOnly(Control control, bool readOnly) {
-    if (auto* box = qobject_cast<QPlainTextEdit*>(Of(control))) box->setReadOnly(readOnly);
+    auto* box = qobject_cast<QPlainTextEdit*>(Of(control));
+    if (box == nullptr) return;
+    box->setReadOnly(readOnly);
+    if (readOnly) {  // the toolkit lets the mouse alone select such text
+        box->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    }
 }
 
 void QtView::SetFocus(Control control) {
@@ -149,51 +154,47 @@ void QtView::ShowCell(int index, Picture picture) {
 
 void QtView::Message(const std::string& text) {
     QMessageBox box(window_);
-    Prepare(box, text);
+    PutPlain(box, FromUtf8(text));
     box.exec();
 }
 
 void QtView::Notice(const std::string& text) {
     auto* box = new QMessageBox(window_);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    Prepare(*box, text);
+    PutPlain(*box, FromUtf8(text));
     box->open();
 }
 
 bool QtView::AskOkCancel(const std::string& text) {
     QMessageBox box(window_);
-    Prepare(box, text);
+    PutPlain(box, FromUtf8(text));
     box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
     return box.exec() == QMessageBox::Ok;
 }
 
 bool QtView::AskYesNo(const std::string& text) {
     QMessageBox box(window_);
-    Prepare(box, text);
+    PutPlain(box, FromUtf8(text));
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     return box.exec() == QMessageBox::Yes;
 }
 
 std::optional<std::string> QtView::AskOpenFile(const std::string& folder, const std::string& name) {
-    QFileDialog dialog(window_, QObject::tr("Open File"), FromPath(folder));
+    FileDialog dialog(window_, QObject::tr("Open File"), FromPath(folder));
     dialog.setObjectName(QStringLiteral("CommonDialog1"));
     dialog.setFileMode(QFileDialog::ExistingFile);
     dialog.setNameFilters({QObject::tr("Sokoban Levels (*.xsb)"), QObject::tr("All Files (*)")});
-    if (!name.empty()) dialog.selectFile(FromPath(name));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    return ToPath(dialog.selectedFiles().constFirst());
+    return Chosen(dialog.Ask(FromPath(name)));
 }
 
 std::optional<std::string> QtView::AskSaveFile(const std::string& folder, const std::string& name) {
-    QFileDialog dialog(window_, QObject::tr("Save Solution"), FromPath(folder));
+    FileDialog dialog(window_, QObject::tr("Save Solution"), FromPath(folder));
     dialog.setObjectName(QStringLiteral("dlgSaveSolution"));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setDefaultSuffix(QStringLiteral("sol"));
     dialog.setNameFilter(QObject::tr("Sokoban Solution (*.sol)"));
-    if (!name.empty()) dialog.selectFile(FromPath(name));
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    return ToPath(dialog.selectedFiles().constFirst());
+    return Chosen(dialog.Ask(FromPath(name)));
 }
 
 std::optional<std::string> QtView::AskText(const std::string& title, const std::string& prompt,
@@ -221,6 +222,10 @@ void QtView::ShowHelp(int topic, const std::string& levelName) {
 
 void QtView::ProcessEvents() {
     QApplication::processEvents();
+}
+
+void QtView::Repaint() {
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void QtView::Quit() {

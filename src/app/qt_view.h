@@ -48,6 +48,7 @@ class QtView final : public ShellView {
     void SetClipboard(const std::string& text) override;
     void ShowHelp(int topic, const std::string& levelName) override;
     void ProcessEvents() override;
+    void Repaint() override;
     void Quit() override;
     [[nodiscard]] std::string Translated(const char* text) const override;
 

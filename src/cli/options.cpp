@@ -104,6 +104,19 @@ int SeaTypeOf(const std::string& search) {
     return static_cast<int>(found - std::begin(kNames));
 }
 
+// What the parser reads, from the last to the first. It would take a folder [a,b] for a list of two
+// names, but for a path before it.
+std::vector<std::string> Arguments(int argc, const char* const* argv) {
+    std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
+    std::reverse(arguments.begin(), arguments.end());
+    for (std::string& argument : arguments) {
+        if (argument.size() > 1 && argument.front() == '[' && argument.back() == ']') {
+            argument.insert(0, "./");
+        }
+    }
+    return arguments;
+}
+
 void Check(const CLI::App& app, const Options& options) {
     if (options.Levels.empty()) throw CLI::RequiredError("LEVEL: a file, a folder or -");
     if (std::count(options.Levels.begin(), options.Levels.end(), "-") > 1) {
@@ -130,7 +143,7 @@ CommandLine ReadCommandLine(int argc, const char* const* argv) {
     AddOptions(app, options, search);
     CommandLine line;
     try {
-        app.parse(argc, argv);
+        app.parse(Arguments(argc, argv));
         options.Solver.SeaType = SeaTypeOf(search);
         Check(app, options);
         line.Command = std::move(options);

@@ -149,7 +149,7 @@ void SolveCommand::Publish(const LevelReport& report) {
     }
     if (!report.Fault.empty()) Complain(name, report.Fault);
     for (const std::string& error : {report.SolError, report.DumpError}) {
-        if (!error.empty()) Complain(name, error);
+        if (!error.empty()) Complain(name, ShownName(error));
     }
 
     const std::string answer = options_.Json ? JsonLine(report) : TextReport(report);

@@ -154,7 +154,12 @@ class MainWindowTest : public QObject {
         }
         for (int tool = 0; tool < 10; ++tool) {
             const std::string name = "ImgEdit" + std::to_string(tool);
-            QVERIFY(!Find<QToolButton>(name.c_str())->accessibleName().isEmpty());
+            const auto* button = Find<QToolButton>(name.c_str());
+            QVERIFY(!button->accessibleName().isEmpty());
+            const auto shown = [button](QIcon::State state) {
+                return button->icon().pixmap(button->iconSize(), QIcon::Normal, state).toImage();
+            };
+            QVERIFY(shown(QIcon::On) != shown(QIcon::Off));
         }
         for (const char* hidden : {"OptMovPus0", "OptMovPus1", "frmSizes", "frmCommands"}) {
             QVERIFY(!Find<QWidget>(hidden)->isVisible());
@@ -193,6 +198,10 @@ class MainWindowTest : public QObject {
         QVERIFY(text->isVisible() && text->isReadOnly());
         QVERIFY(text->toPlainText().contains("#@ $ .#"));
         QCOMPARE(Caption("btnSOLVE"), QString("RETURN"));
+        text->setFocus();
+        text->selectAll();
+        QTest::keyClick(text, Qt::Key_C, Qt::ControlModifier);
+        QVERIFY(QApplication::clipboard()->text().contains("RESULT:  3/ 2"));
         Click("btnSOLVE");
         QVERIFY(!text->isVisible());
         Find<QTimer>("TimerAnim")->setInterval(5);
@@ -210,6 +219,10 @@ class MainWindowTest : public QObject {
         QCOMPARE(Caption("btnANIM"), QString("CONT< >REPEAT"));
         Click("btnANIM", Qt::RightButton);
         QCOMPARE(Board()->PictureAt(20), kavit::Picture::ManDown);
+        QCOMPARE(Caption("btnANIM"), QString("STOP"));
+        QTest::keyClick(window_.get(), Qt::Key_F6);
+        window_->Commands().AnimTick();
+        QTest::keyClick(window_.get(), Qt::Key_F6, Qt::ShiftModifier);
         QCOMPARE(Caption("btnANIM"), QString("STOP"));
     }
 
@@ -360,6 +373,18 @@ class MainWindowTest : public QObject {
             if (label->objectName().startsWith("lbl")) {
                 QCOMPARE(label->textFormat(), Qt::PlainText);
             }
+        }
+    }
+
+    void solutionIsSavedUnderTheNameAsWritten() {
+        Find<QAbstractButton>("chkNoWriteSol")->click();
+        boxes_->OnDialog = [](QDialog* dialog) { dialog->accept(); };
+        boxes_->Answer = QMessageBox::Yes;
+        for (const char* box : {"", "<b>my \"best\" &amp; %1.sol exists already. Replace it?"}) {
+            Open("<b>my \"best\" &amp; %1.xsb", kEasy);
+            Click("btnSOLVE");
+            QCOMPARE(boxes_->Take(), QString(box));
+            QVERIFY(std::filesystem::exists(folder_->Path("<b>my \"best\" &amp; %1.sol")));
         }
     }
 

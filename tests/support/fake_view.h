@@ -71,6 +71,7 @@ class FakeView final : public kavit::ShellView {
         handler();
         if (!OnEvents) OnEvents = handler;
     }
+    void Repaint() override {}
     void Quit() override { ++Quits; }
 
     // The box that was shown last, "" for none; the list is emptied.

@@ -13,6 +13,7 @@ void Shell::EditBoard() {
     movedBackup_ = boardMoved_;
     ShowMsg(static_cast<int>(Result::Editing));
     view_.SetEnabled(Control::btnCLEAR, true);
+    SetSolve(SolveState::Solve);  // what CLEAR enables, whatever was solved before
     view_.SetEnabled(Control::btnSOLVE, false);
     SetAnim(AnimCaption::Done, true);
     editing_ = true;
@@ -126,6 +127,7 @@ void Shell::ClearClicked() {
         importMode_ = importing_ = false;
     }
     view_.SetEnabled(Control::btnSOLVE, true);
+    ForgetSolution();
     levelName_.clear();
     ClearBoard(board_);
     ShowBoard();

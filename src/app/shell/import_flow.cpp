@@ -6,6 +6,9 @@
 namespace kavit {
 namespace {
 
+// Far more than a level with its title takes. The text box would be busy with more for a long time.
+constexpr std::size_t kMostPasted = 100000;
+
 // Does any line of the text look like a row with a wall?
 bool HoldsLevel(std::string_view text) {
     while (!text.empty()) {
@@ -58,8 +61,11 @@ void Shell::ImportTextChanged() {
 void Shell::PasteLevel() {
     const std::string text = view_.Clipboard();
     if (Refused(Guard::Levels)) return;
-    if (!HoldsLevel(text)) {
-        view_.SetText(Control::txtRight, Tr("There is no level on the clipboard"));
+    if (text.size() > kMostPasted || !HoldsLevel(text)) {
+        const bool tooLong = text.size() > kMostPasted;
+        view_.SetText(Control::txtRight,
+                      tooLong ? Tr("The text on the clipboard is too long for a level")
+                              : Tr("There is no level on the clipboard"));
         return;
     }
     SetAnim(AnimCaption::Anim, false);

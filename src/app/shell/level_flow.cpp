@@ -1,3 +1,5 @@
+#include <system_error>
+
 #include "app/shell/examples.h"
 #include "app/shell/shell.h"
 
@@ -43,6 +45,7 @@ void Shell::Settle() {
     if (haveSolution_) {
         SetSolve(SolveState::Text);
         SetAnim(AnimCaption::Anim, true);
+        ShowBoard();  // without what a replay left there
     } else if (solveState_ == SolveState::Return) {
         SetSolve(SolveState::Solve);
     }
@@ -94,10 +97,18 @@ void Shell::ClearLabels() {
     }
 }
 
+// A pipe that nobody writes to would stop the window for ever.
+ReadReply Shell::ReadCurrentLevel() {
+    std::error_code error;
+    if (std::filesystem::is_fifo(levels_.LevelPath(), error)) {
+        return {Result::CantOpen, false, {}, "it is a pipe"};
+    }
+    return ReadLevelFile(levels_.LevelPath().string(), board_,
+                         [this](const InvalidChar& invalid) { return AskInvalid(invalid); });
+}
+
 void Shell::LoadCurrentLevel() {
-    const ReadReply reply =
-        ReadLevelFile(levels_.LevelPath().string(), board_,
-                      [this](const InvalidChar& invalid) { return AskInvalid(invalid); });
+    const ReadReply reply = ReadCurrentLevel();
     if (reply.Cancelled) {
         badBoard_ = true;
         return view_.Quit();  // "Cancel" ends the program

@@ -52,6 +52,7 @@ void Shell::HashClicked(int index) {
             view_.SetEnabled(Control::btnSOLVE, true);
             SetSolve(SolveState::Solve);
             SetAnim(AnimCaption::Anim, false);
+            ShowBoard();  // a replay may have left its last move there
         }
     }
     ShowChoices();

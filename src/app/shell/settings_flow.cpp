@@ -8,6 +8,15 @@ namespace {
 constexpr const char* kSettingsName = "Kavit.ini";
 constexpr std::int64_t kMostSeconds = 86400;
 
+// What stands in a field, fit for a message: anything can be pasted there.
+std::string Quoted(const std::string& text) {
+    constexpr std::size_t kShown = 40;
+    if (text.size() <= kShown) return '"' + text + '"';
+    std::size_t end = kShown;
+    while (end > 0 && (text[end] & 0xC0) == 0x80) --end;  // no character is cut in two
+    return '"' + text.substr(0, end) + "...\"";
+}
+
 }  // namespace
 
 bool Shell::LoadSettings() {
@@ -69,7 +78,7 @@ std::optional<Sizes> Shell::PanelFields() {
     const auto read = [this](Control field, const char* label) {
         const std::optional<std::int64_t> number = ParseNumber(view_.Text(field));
         if (!number) {
-            Say(Tr(label) + ": \"" + view_.Text(field) + "\" " + Tr("is not a whole number"));
+            Say(Tr(label) + ": " + Quoted(view_.Text(field)) + " " + Tr("is not a whole number"));
             view_.SetFocus(field);
         }
         return number;

@@ -101,7 +101,13 @@ void Shell::ShowMsg(int number) {
     const MessageLines lines = messages_.ShowMsg(number, values);
     if (lines.Left) view_.SetText(Control::txtLeft, *lines.Left);
     if (lines.Right) view_.SetText(Control::txtRight, *lines.Right);
-    view_.ProcessEvents();
+    // Only a solve takes input while it is at work. A key that was typed ahead must not start the
+    // next command in the middle of this one.
+    if (solving_) {
+        view_.ProcessEvents();
+    } else {
+        view_.Repaint();
+    }
 }
 
 void Shell::ShowBoard() {

@@ -147,6 +147,7 @@ class Shell final : private SolverHooks {
     void StepLevel(int step);
     void OpenStep();
     void ClearLabels();
+    [[nodiscard]] ReadReply ReadCurrentLevel();
     void LoadCurrentLevel();
     void ShowPlace(const ReadReply& reply);
     [[nodiscard]] InvalidCharAnswer AskInvalid(const InvalidChar& invalid);

@@ -54,6 +54,8 @@ class ShellView {
     virtual void ShowHelp(int topic, const std::string& levelName) = 0;
 
     virtual void ProcessEvents() = 0;
+    // Events but for the user's input, which waits until the command is through.
+    virtual void Repaint() = 0;
     virtual void Quit() = 0;
 
     // The text in the user's language.
