@@ -1,6 +1,7 @@
 #include "level/level_files.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <sstream>
@@ -60,6 +61,7 @@ class LevelFolders : public testing::Test {
             folder_.Write(name, "#");
         }
         fs::create_directory(folder_.Path("folder.xsb"));
+        EXPECT_EQ(mkfifo(folder_.Path("pipe.xsb").c_str(), 0600), 0);
         fs::create_directory(folder_.Path("v1.2"));
         folder_.Write("v1.2/b1.txt", "#");
         folder_.Write("v1.2/b2.txt", "#");

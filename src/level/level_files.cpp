@@ -66,6 +66,12 @@ bool IsFile(const fs::path& path) {
     return fs::exists(status) && !fs::is_directory(status);
 }
 
+// A pipe or a device may be opened by its name; whoever goes through a folder does not mean it.
+bool IsListed(const fs::path& path) {
+    std::error_code error;
+    return fs::is_regular_file(path, error);
+}
+
 }  // namespace
 
 bool NaturalLess(std::string_view a, std::string_view b) {
@@ -82,7 +88,7 @@ std::vector<std::string> ListLevelFiles(const fs::path& folder, std::string_view
         const std::string name = entry->path().filename().string();
         if (name.size() <= ending.size() || name[0] == '.') continue;
         const std::string_view end = std::string_view(name).substr(name.size() - ending.size());
-        if (EqualInUpperCase(end, ending) && IsFile(entry->path())) names.push_back(name);
+        if (EqualInUpperCase(end, ending) && IsListed(entry->path())) names.push_back(name);
     }
     std::sort(names.begin(), names.end(), NaturalLess);
     return names;
