@@ -389,15 +389,26 @@ class MainWindowTest : public QObject {
     }
 
     void openDialogAndSettings() {
-        const std::string file = folder_->Write("lev2.xsb", kEasy);
+        folder_->Write("lev2.xsb", kEasy);
         folder_->Write("lev10.xsb", kEasy);
         boxes_->OnDialog = [&](QDialog* dialog) {
             QCOMPARE(dialog->objectName(), QString("CommonDialog1"));
-            static_cast<QFileDialog*>(dialog)->selectFile(QString::fromStdString(file));
+            auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
+            for (const QString& refused : {QString("levels"), QString(120, 'x')}) {
+                name->setText(refused);
+                dialog->accept();
+                QVERIFY(dialog->isVisible());
+            }
+            QCOMPARE(static_cast<QFileDialog*>(dialog)->directory().dirName(), QString("levels"));
+            static_cast<QFileDialog*>(dialog)->setDirectory(folder_->Path().c_str());
+            name->setText("lev2.xsb");
             dialog->accept();
         };
+        std::filesystem::create_directory(folder_->Path("levels"));
         Choose("mnuOpen0");
         boxes_->OnDialog = nullptr;
+        const QString said = boxes_->Take().remove(QChar(0x200B));  // where a long word may break
+        QVERIFY2(said.startsWith("file ") && said.endsWith("xxx Not found"), qPrintable(said));
         QCOMPARE(window_->windowTitle(), QString("kavit lev2"));
         Choose("mnuOpen2");
         QCOMPARE(window_->windowTitle(), QString("kavit lev10"));
@@ -413,10 +424,13 @@ class MainWindowTest : public QObject {
         QTest::mouseClick(Find<QAbstractButton>("chkNoWriteSol"), Qt::LeftButton);
         boxes_->OnDialog = [&](QDialog* dialog) {
             QCOMPARE(dialog->objectName(), QString("dlgSaveSolution"));
+            auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
+            QCOMPARE(name->text(), QString("lev10.sol"));
+            name->setText("kept");
             dialog->accept();
         };
         Click("btnSOLVE");
-        QVERIFY(folder_->Read("lev10.sol").starts_with("rRR"));
+        QVERIFY(folder_->Read("kept.sol").starts_with("rRR"));
         boxes_->OnDialog = [&](QDialog* dialog) {
             static_cast<QInputDialog*>(dialog)->setTextValue("lev2");
             dialog->accept();
