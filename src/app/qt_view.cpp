@@ -19,6 +19,7 @@
 #include "app/file_dialog.h"
 #include "app/help_window.h"
 #include "app/plain_box.h"
+#include "app/wide_registers.h"
 
 namespace kavit {
 namespace {
@@ -222,6 +223,7 @@ void QtView::ShowHelp(int topic, const std::string& levelName) {
 
 void QtView::ProcessEvents() {
     QApplication::processEvents();
+    ClearWideRegisters();
 }
 
 void QtView::Repaint() {

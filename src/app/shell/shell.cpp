@@ -88,7 +88,8 @@ void Shell::Say(const std::string& text) {
     }
 }
 
-void Shell::ShowMsg(int number) {
+void Shell::PutMsg(int number) {
+    waitingMsg_.reset();
     MessageValues values;
     ReadValues(values, solver_, *this);
     values.AnimMoves = animation_.AnimMoves();
@@ -101,6 +102,10 @@ void Shell::ShowMsg(int number) {
     const MessageLines lines = messages_.ShowMsg(number, values);
     if (lines.Left) view_.SetText(Control::txtLeft, *lines.Left);
     if (lines.Right) view_.SetText(Control::txtRight, *lines.Right);
+}
+
+void Shell::ShowMsg(int number) {
+    PutMsg(number);
     // Only a solve takes input while it is at work. A key that was typed ahead must not start the
     // next command in the middle of this one.
     if (solving_) {

@@ -105,7 +105,7 @@ class Shell final : private SolverHooks {
     void Say(const std::string& text);
     [[nodiscard]] std::string Tr(const char* text) const { return view_.Translated(text); }
     void ShowMsg(int number);
-    void ShowMsg(Result number) override { ShowMsg(static_cast<int>(number)); }
+    void PutMsg(int number);
     void ShowBoard();
     void SetSolve(SolveState state);
     void SetAnim(AnimCaption caption, bool enabled);
@@ -120,6 +120,7 @@ class Shell final : private SolverHooks {
     void Obey(const AnimOrders& orders);
 
     // yield_flow.cpp
+    void ShowMsg(Result number) override;
     void ShowProgress(std::int32_t bucketCnt) override;
     void ShowSide(char side) override;
     void Yield() override;
@@ -228,6 +229,8 @@ class Shell final : private SolverHooks {
     std::int32_t progress_ = 0;
     char side_ = 0;
     char shownSide_ = 0;
+    std::optional<Result> waitingMsg_;  // a solver's message that was not shown yet
+    double lastMsgMs_ = 0;
     unsigned breaths_ = 0;  // times that events came through
 };
 

@@ -84,6 +84,7 @@ void Shell::RunSolve() {
     solving_ = true;
     progress_ = shownProgress_ = 0;
     side_ = shownSide_ = 0;
+    lastMsgMs_ = 0;
     view_.SetProgress(0);
     view_.SetText(Control::lblTimer, "0/" + B(settings_.Fields.MaxTime));
     view_.SetText(Control::lblSeaTimer, "");

@@ -7,8 +7,23 @@ namespace kavit {
 namespace {
 
 constexpr int kBreathsPerShow = 5;
+constexpr double kMsgMs = 100;
 
 }  // namespace
+
+// One message for each level of a search can be thousands a second. What they say of the search is
+// as true a little later; anything else is shown at once.
+void Shell::ShowMsg(Result number) {
+    const bool mayWait = number == Result::Thinking || number == Result::ImprovingMoves ||
+                         number == Result::BeyondOptimum;
+    const double nowMs = clock_.Milliseconds();
+    if (mayWait && nowMs - lastMsgMs_ < kMsgMs) {
+        waitingMsg_ = number;
+        return;
+    }
+    lastMsgMs_ = nowMs;
+    ShowMsg(static_cast<int>(number));
+}
 
 void Shell::ShowProgress(std::int32_t bucketCnt) {
     progress_ = bucketCnt;
@@ -31,6 +46,7 @@ void Shell::BreatheAt(double nowMs) {
 }
 
 void Shell::FlushProgress() {
+    if (waitingMsg_) PutMsg(static_cast<int>(*waitingMsg_));
     if (progress_ != shownProgress_) {
         shownProgress_ = progress_;
         view_.SetProgress(progress_);
