@@ -291,6 +291,10 @@ TEST_F(Cli, InvalidCharacters) {
     const ProgramRun refused = Run({"--strict", "letter.xsb"});
     EXPECT_EQ(refused.Status, 5);
     EXPECT_TRUE(Contains(refused.Err, "Invalid char 'x' in Xsb, line 3, column 2")) << refused.Err;
+    folder_.Write("slip.xsb", "-####\n-#.##\n-#$ #\n-#@ #\nx#x #\n-####\n");
+    const ProgramRun slip = Run({"slip.xsb"});
+    EXPECT_TRUE(Contains(slip.Out, "Solution:  1/1")) << slip.Out;
+    EXPECT_EQ(slip.Err, "kavit-solve: slip.xsb: line 5 has a '#' but is no row; left out\n");
 }
 
 TEST_F(Cli, StandardInputThatFails) {

@@ -94,7 +94,14 @@ TEST(LevelReader, Loads) {
         {"blank line inside", "###\n \n#@#\n", "###|   |#@#|", "###|   |#@#|"},
         {"title with a level inside", "Level 7 ####@$.\n###\n", "###|", "###|   |"},
         {"comment", "###\n; #########\n #@\n", "###| #@|", "###|   | #@|"},
-        {"title after blanks", "###\n     - #####\n", "###|", "###|"},
+        {"title after blanks", "###\n     x #####\n", "###|", "###|"},
+        {"- and _ are floor beside a wall", "-####_\n_#@-_#\n- - #", "####  |#@  # |   #  |",
+         "####  |#@  # |   #  |"},
+        {"- after blanks", "  -#\n  #", " #  |#   |", " #  |#   |"},
+        {"titles of - and _", "---\n-- #1 --\n_@_$\n- #x\n##\n", "##|", "##|  |  |  |  |"},
+        {"a megabyte of - is a title", string(1 << 20, '-') + "\n##\n", "##|", "##|  |"},
+        {"49 with -", "-" + string(47, '_') + "#\n", "#" + string(18, ' ') + "|",
+         "#" + string(18, ' ') + "|"},
         {"title of a megabyte", string(1 << 20, 'x') + "\n##\n", "##|", "##|  |"},
         {"a megabyte of blanks, then a title", string(1 << 20, ' ') + "x\n##\n", "##|", "##|  |"},
         {"NUL bytes are a title", string(3, '\0') + "\n##\n", "##|", "##|  |"},
@@ -156,6 +163,8 @@ TEST(LevelReader, Refuses) {
         {"50th column", From::File, "\n##\n#" + string(49, ' '), tooLong, {3, 50}},
         {"50th column", From::Paste, "##\n#" + string(49, ' '), tooLong, {2, 50}},
         {"50th column is a wall", From::File, string(49, ' ') + "#", tooLong, {1, 50}},
+        {"50th column after -", From::File, string(49, '-') + "#", tooLong, {1, 50}},
+        {"more columns of - than fit", From::Paste, string(60, '-') + "#", tooLong, {1, 50}},
         {"50 blanks", From::File, string(50, ' '), tooLong, {1, 50}},
         {"50 blanks", From::Paste, string(50, ' ') + "\n#", tooLong, {1, 50}},
         {"49 blanks", From::File, string(49, ' '), ok, {}},
@@ -248,6 +257,8 @@ TEST(LevelReader, AsksForEachInvalidCharacter) {
         {"overlong", "#\xC0\xAF#", {"\xC0", "\xAF"}, "#  #|"},
         {"surrogate", "#\xED\xA0\x80#", {"\xED", "\xA0", "\x80"}, "#   #|"},
         {"beyond the last", "#\xF4\x90\x80\x80#", {"\xF4", "\x90", "\x80", "\x80"}, "#    #|"},
+        {"- without a wall", "@-_$", {"-", "_"}, ""},
+        {"- beside a letter", "#-x#", {"-", "x"}, "#  #|"},
         {"byte order mark not at the start", "#\xEF\xBB\xBF#", {"\xEF\xBB\xBF"}, "# #|"},
     };
     for (const Case& c : cases) {
@@ -264,6 +275,27 @@ TEST(LevelReader, AsksForEachInvalidCharacter) {
                 EXPECT_EQ(outcome.Questions[i].Place, place);
             }
         }
+    }
+}
+
+TEST(LevelReader, NamesTitlesThatHoldAWall) {
+    using Lines = std::vector<std::int64_t>;
+    const string titles = "Level #7\n##\n;####\n- #x\n-x #\n---\nno wall\n###\nx#";
+    for (const From from : {From::File, From::Paste}) {
+        EXPECT_EQ(Read(from, titles).Reply.DroppedLines, (Lines{1, 3, 4, 5, 9}));
+        EXPECT_EQ(Read(from, "-##\n#x#\n").Reply.Dropped, 0);
+    }
+    const ReadReply many = Read(From::File, Repeat("x#\n", 50)).Reply;
+    EXPECT_EQ(many.DroppedLines.size(), kMostDroppedLines);
+    EXPECT_EQ(many.Dropped, 50);
+}
+
+TEST(LevelReader, KnowsARowWithAWall) {
+    for (const char* text : {"#", "title\n-_$.*@+ #\r\nx", "x#\r#"}) {
+        EXPECT_TRUE(HoldsLevelRow(text)) << text;
+    }
+    for (const char* text : {"", "@$.", "title\nx#\n#x\n", "---"}) {
+        EXPECT_FALSE(HoldsLevelRow(text)) << text;
     }
 }
 

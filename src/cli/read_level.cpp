@@ -61,6 +61,15 @@ ReadReply ReadFrom(const LevelSource& source, const std::atomic<bool>& interrupt
         source.EmptyFolder ? Result::NothingToOpen : Result::CantOpen, false, {}, source.Reason};
 }
 
+// A title may hold a "#", but it may also be a row of the level with a slip of the pen in front.
+void TellOfDroppedRows(const std::string& level, const ReadReply& reply) {
+    for (const std::int64_t line : reply.DroppedLines) {
+        Complain(level, "line " + std::to_string(line) + " has a '#' but is no row; left out");
+    }
+    const auto more = reply.Dropped - static_cast<std::int64_t>(reply.DroppedLines.size());
+    if (more > 0) Complain(level, std::to_string(more) + " more of that kind");
+}
+
 }  // namespace
 
 ReadReply ReadLevel(const LevelSource& source, bool strict, const std::atomic<bool>& interrupted,
@@ -68,6 +77,7 @@ ReadReply ReadLevel(const LevelSource& source, bool strict, const std::atomic<bo
     InvalidChars invalid(ShownName(source.Name), strict);
     ReadReply reply = ReadFrom(source, interrupted, board,
                                [&](const InvalidChar& met) { return invalid.Ask(met); });
+    TellOfDroppedRows(ShownName(source.Name), reply);
     if (reply.Loaded()) return reply;
     if (reply.Cancelled) {
         // The catalogue has no words for it: the window ends the whole program here.

@@ -19,6 +19,13 @@ namespace {
 
 enum class RowKind { Empty, Skipped, Taken, Refused };
 
+constexpr std::size_t kRowLength = ImportGrid::kCols;
+constexpr std::string_view kRowCharacters = " .$*#@+-_";
+
+bool IsFloorSign(std::string_view character) {
+    return character == "-" || character == "_";
+}
+
 // One reading of either kind: fills the grid and the wall extent of the board, row by row.
 class Reading {
   public:
@@ -29,6 +36,8 @@ class Reading {
     ReadReply ReadPastedRows();
 
   private:
+    RowKind ReadLine();
+    RowKind Drop(std::int64_t line, bool wall);
     RowKind TakeRow(int row, bool checkWalls);
     bool TakeCharacter(int row, int col, std::string_view character, bool checkWalls);
     bool Refuse(Result code, TextPlace place);
@@ -38,6 +47,7 @@ class Reading {
     Board& board_;
     const AskInvalidChar& ask_;
     ImportGrid grid_;
+    std::vector<std::string> row_;  // the characters of a line, as far as the grid reaches
     std::array<std::int64_t, ImportGrid::kRows + 1> lineOfRow_{};
     ReadReply reply_;
 };
@@ -51,7 +61,7 @@ bool Reading::Refuse(Result code, TextPlace place) {
 
 // Stores one character of a row; false when it ends the reading.
 bool Reading::TakeCharacter(int row, int col, std::string_view character, bool checkWalls) {
-    const TextPlace place{text_.Line(), col};
+    const TextPlace place{lineOfRow_[static_cast<std::size_t>(row)], col};
     const std::uint8_t code = CharToCell(character);
     if (code == kInvalidChar) {
         if (ask_ && ask_({character, place}) == InvalidCharAnswer::Cancel) {
@@ -70,26 +80,54 @@ bool Reading::TakeCharacter(int row, int col, std::string_view character, bool c
     return col < ImportGrid::kCols || Refuse(Result::LineTooLong, place);
 }
 
-// Leading blanks are only counted: what follows them decides whether there is a row at all.
-RowKind Reading::TakeRow(int row, bool checkWalls) {
-    const std::int64_t line = text_.Line();
-    int blanks = 0;
-    std::string_view character = text_.Next();
-    for (; character == " "; character = text_.Next()) {
-        blanks = std::min(blanks + 1, ImportGrid::kCols);
+RowKind Reading::Drop(std::int64_t line, bool wall) {
+    if (wall) {
+        ++reply_.Dropped;
+        if (reply_.DroppedLines.size() < kMostDroppedLines) reply_.DroppedLines.push_back(line);
     }
-    if (character.empty() && blanks == 0) return RowKind::Empty;
-    if (!character.empty() && CharToCell(character) == kInvalidChar) {
-        text_.SkipLine();
+    return RowKind::Skipped;
+}
+
+// Reads one line, of any length, into row_. A line that begins with "-" or "_" is read to its end
+// before it is known to be a row. One that begins with a level character is a row at once, so it is
+// read only until it is too long.
+RowKind Reading::ReadLine() {
+    const std::int64_t line = text_.Line();
+    row_.clear();
+    bool begun = false;         // a character other than a blank was met
+    bool signFirst = false;     // and it was "-" or "_"
+    bool rowCharacters = true;  // nothing else so far
+    bool wall = false;
+    for (std::string_view c = text_.Next(); !c.empty(); c = text_.Next()) {
+        rowCharacters = rowCharacters && kRowCharacters.find(c) != std::string_view::npos;
+        wall = wall || c == "#";
+        if (!begun && c != " ") {
+            begun = true;
+            signFirst = IsFloorSign(c);
+            if (!rowCharacters) return Drop(line, text_.SkipLine());
+        }
+        if (signFirst && !rowCharacters) return Drop(line, text_.SkipLine() || wall);
+        if (row_.size() < kRowLength) row_.emplace_back(c);
+        if (begun && !signFirst && row_.size() == kRowLength) break;
+    }
+    if (row_.empty()) return RowKind::Empty;
+    if (rowCharacters && wall) {
+        for (std::string& c : row_) {
+            if (IsFloorSign(c)) c = " ";
+        }
+    } else if (signFirst) {
         return RowKind::Skipped;
     }
-    lineOfRow_[static_cast<std::size_t>(row)] = line;
-    if (blanks == ImportGrid::kCols) {
-        Refuse(Result::LineTooLong, {line, ImportGrid::kCols});
-        return RowKind::Refused;
-    }
-    for (int col = blanks + 1; !character.empty(); ++col, character = text_.Next()) {
-        if (!TakeCharacter(row, col, character, checkWalls)) return RowKind::Refused;
+    return RowKind::Taken;
+}
+
+RowKind Reading::TakeRow(int row, bool checkWalls) {
+    lineOfRow_[static_cast<std::size_t>(row)] = text_.Line();
+    const RowKind kind = ReadLine();
+    if (kind != RowKind::Taken) return kind;
+    int col = 0;
+    for (const std::string& character : row_) {
+        if (!TakeCharacter(row, ++col, character, checkWalls)) return RowKind::Refused;
     }
     return RowKind::Taken;
 }
@@ -179,6 +217,19 @@ std::string InvalidCharText(std::string_view character) {
         shown = number.data();
     }
     return "Invalid char '" + shown + "' in Xsb; Assumed Space";
+}
+
+bool HoldsLevelRow(std::string_view text) {
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
+        const std::string_view line = text.substr(0, end);
+        if (line.find('#') != std::string_view::npos &&
+            line.find_first_not_of(kRowCharacters) == std::string_view::npos) {
+            return true;
+        }
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+    return false;
 }
 
 ReadReply ReadLevelStream(std::istream& stream, Board& board, const AskInvalidChar& ask) {

@@ -5,6 +5,7 @@
 #include <istream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "level/board.h"
 #include "level/result.h"
@@ -14,6 +15,11 @@
 // measures the walls at the end, pasted text keeps its rows and is refused at the first wall too
 // many. In both, a line whose first character other than a blank is no level character is a title
 // or a comment, however long, and the longest row has 49 characters.
+//
+// Most level files write floor as "-" or "_" where a blank would get lost. A line that consists of
+// level characters, "-" and "_" only and holds a wall is therefore a row in which both are floor.
+// In any other line they are invalid characters like a letter: "- easy -" is a title. Of a row that
+// begins with a level character only the 50 characters count that a row can have.
 
 namespace kavit {
 
@@ -44,9 +50,17 @@ struct ReadReply {
     bool Cancelled = false;    // the answer was Cancel: Code is CanCopy, Place the character
     TextPlace Place;           // what was refused: a row, a wall, a line too many
     std::string Reason;        // CantOpen: why, in the system's words
+    // Lines that were taken as titles although they hold a "#": the first few, and how many.
+    std::vector<std::int64_t> DroppedLines{};
+    std::int64_t Dropped = 0;
 
     [[nodiscard]] bool Loaded() const { return Code == Result::Ok; }
 };
+
+inline constexpr std::size_t kMostDroppedLines = 20;  // as many are listed
+
+// Does any line of the text look like a row with a wall: level characters, "-" and "_" only?
+[[nodiscard]] bool HoldsLevelRow(std::string_view text);
 
 // Reads a level file. A file that can't be opened leaves the board as it is; after any other
 // failure, Cancel included, the board is cleared. A file of any size is read in bounded memory, and

@@ -112,17 +112,20 @@ std::string_view LevelText::Next() {
     return character;
 }
 
-void LevelText::SkipLine() {
+bool LevelText::SkipLine() {
     DropPendingLf();
+    bool wall = false;
     while (Need(1)) {
         const auto first = buffer_.begin() + static_cast<std::ptrdiff_t>(begin_);
         const auto last = buffer_.begin() + static_cast<std::ptrdiff_t>(end_);
         const auto lineEnd = std::find_if(first, last, IsLineEnd);
+        wall = wall || std::find(first, lineEnd, '#') != lineEnd;
         begin_ += static_cast<std::size_t>(lineEnd - first);
         if (lineEnd == last) continue;
         TakeLineEnd();
-        return;
+        break;
     }
+    return wall;
 }
 
 }  // namespace kavit

@@ -23,8 +23,8 @@ class LevelText {
     // The next character of the line, valid until the next call; "" at the end of the line, which
     // is then taken.
     [[nodiscard]] std::string_view Next();
-    // Drops the rest of the line.
-    void SkipLine();
+    // Drops the rest of the line; true when it held a "#".
+    bool SkipLine();
 
     // Where the last character of Next() stands, both counted from 1; the column counts characters
     // and stops counting at the end of the line.

@@ -1,6 +1,7 @@
 #include <string_view>
 
 #include "app/shell/shell.h"
+#include "level/level_reader.h"
 
 // Levels from pasted text: the import box, RETURN, and a paste anywhere in the window.
 namespace kavit {
@@ -8,20 +9,6 @@ namespace {
 
 // Far more than a level with its title takes. The text box would be busy with more for a long time.
 constexpr std::size_t kMostPasted = 100000;
-
-// Does any line of the text look like a row with a wall?
-bool HoldsLevel(std::string_view text) {
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
-        const std::string_view row = text.substr(0, end);
-        if (row.find('#') != std::string_view::npos &&
-            row.find_first_not_of(" .$*#@+") == std::string_view::npos) {
-            return true;
-        }
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return false;
-}
 
 }  // namespace
 
@@ -61,7 +48,7 @@ void Shell::ImportTextChanged() {
 void Shell::PasteLevel() {
     const std::string text = view_.Clipboard();
     if (Refused(Guard::Levels)) return;
-    if (text.size() > kMostPasted || !HoldsLevel(text)) {
+    if (text.size() > kMostPasted || !HoldsLevelRow(text)) {
         const bool tooLong = text.size() > kMostPasted;
         view_.SetText(Control::txtRight,
                       tooLong ? Tr("The text on the clipboard is too long for a level")
