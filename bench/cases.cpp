@@ -8,10 +8,14 @@ namespace kavit::bench {
 
 const std::vector<Case>& SpeedCases() {
     static const std::vector<Case> cases = {
-        {"microban1_093", {1, 0, 0, false}}, {"microban1_093", {1, 1, 0, false}},
-        {"microban1_093", {1, 2, 0, false}}, {"microban1_105", {1, 2, 0, false}},
-        {"microban1_139", {1, 0, 0, false}}, {"microban1_139", {1, 1, 0, false}},
-        {"microban1_123", {1, 0, 0, false}}, {"07-masterpiece", {1, 0, 0, false}},
+        {"microban1_093", {.SeaType = SeaType::Both}},
+        {"microban1_093", {.SeaType = SeaType::Forward}},
+        {"microban1_093", {.SeaType = SeaType::Backward}},
+        {"microban1_105", {.SeaType = SeaType::Backward}},
+        {"microban1_139", {.SeaType = SeaType::Both}},
+        {"microban1_139", {.SeaType = SeaType::Forward}},
+        {"microban1_123", {.SeaType = SeaType::Both}},
+        {"07-masterpiece", {.SeaType = SeaType::Both}},
     };
     return cases;
 }
@@ -19,12 +23,12 @@ const std::vector<Case>& SpeedCases() {
 std::vector<Case> FingerprintCases(const Folders& folders) {
     std::vector<Case> cases;
     for (const std::string& level : LevelsIn(folders.Own)) {
-        for (int seaType = 0; seaType < 3; ++seaType)
-            for (int hashCase = 0; hashCase < 3; ++hashCase)
-                cases.push_back({level, {1, seaType, hashCase, false}, 60000});
-        cases.push_back({level, {0, 0, 0, false}, 60000});
-        cases.push_back({level, {3, 0, 0, true}, 60000});
-        cases.push_back({level, {1, 0, 0, false}, 500});
+        for (const SeaType seaType : {SeaType::Both, SeaType::Forward, SeaType::Backward})
+            for (const HashCase hashCase : {HashCase::Default, HashCase::Case1, HashCase::Case2})
+                cases.push_back({level, {.SeaType = seaType, .HashCase = hashCase}, 60000});
+        cases.push_back({level, {.OptLevel = OptLevel::None}, 60000});
+        cases.push_back({level, {.OptLevel = OptLevel::SomethingPlus, .OptSpecial = true}, 60000});
+        cases.push_back({level, {}, 500});
     }
     return cases;
 }

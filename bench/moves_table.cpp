@@ -12,7 +12,7 @@ namespace {
 
 struct Column {
     const char* Name;
-    int OptLevel;
+    kavit::OptLevel OptLevel;
     bool Special;
     // Sums over the levels that were solved.
     long Moves1 = 0;
@@ -42,14 +42,15 @@ std::map<std::string, int> BestMoves(const Folders& folders) {
 // One level at one setting; false when it is not solved.
 bool Solve(Solver& solver, const Board& board, Column& column, int best) {
     SolverHooks hooks;
-    Result result = solver.AnalyseBoard(board, {column.OptLevel, 0, 0, column.Special});
+    Result result =
+        solver.AnalyseBoard(board, {.OptLevel = column.OptLevel, .OptSpecial = column.Special});
     if (result == Result::Ok) result = solver.Search(hooks);
     if (result != Result::Ok) return false;
     (void)solver.OptimizeMoves(hooks);
     solver.BuildSolutions();
-    column.Moves1 += solver.Kept(1).SolMoves;
-    column.Moves0 += solver.Kept(0).SolMoves;
-    column.Reached += solver.Kept(1).SolMoves == best ? 1 : 0;
+    column.Moves1 += solver.Kept(1)->SolMoves;
+    column.Moves0 += solver.Kept(0)->SolMoves;
+    column.Reached += solver.Kept(1)->SolMoves == best ? 1 : 0;
     column.Proved += solver.Counters().MovesProved ? 1 : 0;
     column.Search += solver.Counters().SearchSeconds;
     column.Pass += solver.Counters().PassSeconds;
@@ -65,8 +66,10 @@ int RunMovesTable(const Folders& folders, std::int64_t blocks) {
         std::printf("No best_moves.tsv in %s\n", folders.Tests.c_str());
         return 1;
     }
-    std::array<Column, 4> columns = {
-        {{"1", 1, false}, {"2", 2, false}, {"3", 3, false}, {"3 special", 3, true}}};
+    std::array<Column, 4> columns = {{{"1", OptLevel::Something, false},
+                                      {"2", OptLevel::SomethingMore, false},
+                                      {"3", OptLevel::SomethingPlus, false},
+                                      {"3 special", OptLevel::SomethingPlus, true}}};
     Solver solver;
     if (!solver.ApplySizes({4000000, blocks, 86400}).Ok) return 4;
     std::printf("%-16s %6s", "level", "best");
@@ -81,8 +84,8 @@ int RunMovesTable(const Folders& folders, std::int64_t blocks) {
         for (Column& column : columns) {
             if (!Solve(solver, *board, column, known->second)) break;
             char cell[64];
-            std::snprintf(cell, sizeof cell, " | %9d %6d", solver.Kept(1).SolMoves,
-                          solver.Kept(0).SolMoves);
+            std::snprintf(cell, sizeof cell, " | %9d %6d", solver.Kept(1)->SolMoves,
+                          solver.Kept(0)->SolMoves);
             row += cell;
         }
         if (row.empty()) continue;

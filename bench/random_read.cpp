@@ -6,7 +6,7 @@
 #include <random>
 #include <utility>
 
-#include "solver/memory_source.h"
+#include "solver/store/memory_source.h"
 
 namespace kavit::bench {
 

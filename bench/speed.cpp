@@ -15,7 +15,7 @@ struct Measured {
     double Seconds = 0;
     std::int64_t Offered = 0;
     std::int64_t Reprobes = 0;
-    std::int32_t Stored = 0;
+    std::int64_t Stored = 0;
 };
 
 // Seconds of processor time of this process: what else runs on the machine does not count.
@@ -30,13 +30,14 @@ Measured RunSolver(Solver& solver, const Case& item, const Board& board) {
     if (result == Result::Ok) result = solver.Search(hooks);
     const double seconds = CpuSeconds() - begin;
     const SearchCounters& counters = solver.Counters();
-    return {static_cast<int>(result), seconds, counters.HashCnt - kCounterStart,
-            counters.RHashCnt - kCounterStart, counters.BucketCnt};
+    return {static_cast<int>(result), seconds, counters.HashCnt, counters.RHashCnt,
+            counters.BucketCnt};
 }
 
 Measured RunTwin(const Case& item, const Board& board) {
-    PlainTwin twin(static_cast<std::int32_t>(item.NumPos), 8, item.Options.OptLevel,
-                   item.Options.SeaType, item.Options.HashCase);
+    PlainTwin twin(static_cast<std::int32_t>(item.NumPos), 8,
+                   static_cast<int>(item.Options.OptLevel), static_cast<int>(item.Options.SeaType),
+                   static_cast<int>(item.Options.HashCase.value_or(HashCase::Default)));
     const double begin = CpuSeconds();
     const int result = twin.Solve(board);
     return {result, CpuSeconds() - begin, twin.HashCnt, twin.RHashCnt, twin.BucketCnt};
@@ -52,15 +53,16 @@ double NsEach(const Measured& measured) {
                                  : measured.Seconds * 1e9 / static_cast<double>(measured.Offered);
 }
 
-const char* SideName(int seaType) {
+const char* SideName(SeaType seaType) {
     switch (seaType) {
-        case 1:
+        case SeaType::Forward:
             return "forward";
-        case 2:
+        case SeaType::Backward:
             return "backward";
-        default:
-            return "both";
+        case SeaType::Both:
+            break;
     }
+    return "both";
 }
 
 }  // namespace
@@ -85,10 +87,10 @@ int RunSpeed(const Folders& folders, const std::string& only, bool withTwin) {
         // it is touched. The twin's is touched before its clock starts, so it meets the second.
         const double first = RunSolver(solver, item, *board).Seconds;
         const Measured fast = RunSolver(solver, item, *board);
-        std::printf("%-16s %-8s %6d %9d %10lld %8.3f %8.3f %8.2f %8.1f", item.Level.c_str(),
-                    SideName(item.Options.SeaType), fast.Result, fast.Stored,
-                    static_cast<long long>(fast.Offered), first, fast.Seconds, 1e3 / NsEach(fast),
-                    NsEach(fast));
+        std::printf("%-16s %-8s %6d %9lld %10lld %8.3f %8.3f %8.2f %8.1f", item.Level.c_str(),
+                    SideName(item.Options.SeaType), fast.Result,
+                    static_cast<long long>(fast.Stored), static_cast<long long>(fast.Offered),
+                    first, fast.Seconds, 1e3 / NsEach(fast), NsEach(fast));
         solverSeconds += fast.Seconds;
         offered += static_cast<double>(fast.Offered);
         if (withTwin) {
@@ -134,14 +136,20 @@ int RunFingerprint(const Folders& folders) {
             solver.BuildSolutions();
         }
         const SearchCounters& c = solver.Counters();
+        constexpr std::int64_t kUnknown = 32767;
+        constexpr std::int64_t kHashStart = -2147483647;  // where the report's hash counters begin
+        const auto& fewestMoves = solver.Kept(0);
+        const auto& fewestPushes = solver.Kept(1);
         for (const std::int64_t count :
-             {static_cast<std::int64_t>(result), std::int64_t{c.BucketCnt}, c.HashCnt, c.RHashCnt,
-              std::int64_t{c.PosChanged}, std::int64_t{c.PosDiscarded}, std::int64_t{c.nSol},
-              std::int64_t{c.SeaSteps}, std::int64_t{solver.Kept(0).SolMoves},
-              std::int64_t{solver.Kept(1).SolMoves}, std::int64_t{solver.Kept(1).SolPushes}})
+             {static_cast<std::int64_t>(result), c.BucketCnt, c.HashCnt + kHashStart,
+              c.RHashCnt + kHashStart, c.PosChanged, c.PosDiscarded, c.nSol, c.SeaSteps,
+              fewestMoves ? fewestMoves->SolMoves : kUnknown,
+              fewestPushes ? fewestPushes->SolMoves : kUnknown,
+              fewestPushes ? fewestPushes->SolPushes : kUnknown})
             print = (print ^ static_cast<std::uint64_t>(count)) * 0x100000001b3U;
-        for (const char letter : solver.Kept(0).SolString + solver.Kept(1).SolString)
-            print = (print ^ static_cast<std::uint64_t>(letter)) * 0x100000001b3U;
+        if (result == Result::Ok)
+            for (const char letter : fewestMoves->SolString + fewestPushes->SolString)
+                print = (print ^ static_cast<std::uint64_t>(letter)) * 0x100000001b3U;
         ++searches;
     }
     std::printf("%d searches\nBench: %llu\n", searches, static_cast<unsigned long long>(print));

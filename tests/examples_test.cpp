@@ -63,12 +63,12 @@ TEST(Examples, EachIsSolvedAsTheTableSays) {
         ASSERT_NO_FATAL_FAILURE(Solve(solver, board, {}));
         EXPECT_EQ(solver.Counters().NumBoxes, row.Boxes);
         EXPECT_EQ(solver.Counters().BucketCnt, row.Positions);
-        EXPECT_EQ(solver.Kept(1).SolPushes, row.Pushes);
+        EXPECT_EQ(solver.Kept(1)->SolPushes, row.Pushes);
 
-        ASSERT_NO_FATAL_FAILURE(Solve(solver, board, {.OptLevel = 3}));
+        ASSERT_NO_FATAL_FAILURE(Solve(solver, board, {.OptLevel = OptLevel::SomethingPlus}));
         EXPECT_TRUE(solver.Counters().MovesProved);
-        EXPECT_EQ(solver.Kept(1).SolPushes, row.Pushes);
-        EXPECT_EQ(solver.Kept(1).SolMoves, row.Moves);
+        EXPECT_EQ(solver.Kept(1)->SolPushes, row.Pushes);
+        EXPECT_EQ(solver.Kept(1)->SolMoves, row.Moves);
     }
 }
 

@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <limits>
 
-#include "solver/memory_source.h"
 #include "solver/solver.h"
+#include "solver/store/memory_source.h"
 #include "support/failing_new.h"
 #include "support/levels.h"
 #include "support/temp_folder.h"
@@ -37,11 +37,11 @@ class FailingSource final : public MemorySource {
 std::string Solve(Solver& solver) {
     const Board level = BoardOf("########\n#@$  . #\n# $  . #\n#  #   #\n########");
     SolverHooks hooks;
-    SearchLevel(solver, level, {.OptLevel = 3});
+    SearchLevel(solver, level, {.OptLevel = OptLevel::SomethingPlus});
     const Result pass = solver.OptimizeMoves(hooks);
     solver.BuildSolutions();
     const SearchCounters& counters = solver.Counters();
-    return std::to_string(static_cast<int>(pass)) + " " + solver.Kept(1).SolString + " " +
+    return std::to_string(static_cast<int>(pass)) + " " + solver.Kept(1)->SolString + " " +
            std::to_string(counters.BucketCnt) + " " + std::to_string(counters.HashSize);
 }
 
@@ -135,7 +135,7 @@ TEST(FaultMemory, EveryAllocationOfTheOptimizer) {
     int unproved = 0;
     for (int at = 1; at < 1000; ++at) {
         SCOPED_TRACE(at);
-        SearchLevel(solver, level, {.OptLevel = 3});
+        SearchLevel(solver, level, {.OptLevel = OptLevel::SomethingPlus});
         bool failed = false;
         try {
             const FailingNew failing(at);
@@ -146,7 +146,7 @@ TEST(FaultMemory, EveryAllocationOfTheOptimizer) {
         }
         solver.BuildSolutions();
         EXPECT_EQ(KeptFault(solver, level), "");
-        EXPECT_EQ(solver.Kept(1).SolPushes, 13);
+        EXPECT_EQ(solver.Kept(1)->SolPushes, 13);
         if (!failed) break;
         unproved += solver.Counters().MovesProved ? 0 : 1;
     }

@@ -224,7 +224,7 @@ int FewestPushes(const Board& board) {
     test::SearchLevel(solver, board);
     solver.BuildSolutions();
     EXPECT_EQ(test::KeptFault(solver, board), "");
-    return solver.Kept(1).SolPushes;
+    return solver.Kept(1)->SolPushes;
 }
 
 // Wherever a level stands and however it is turned, it takes the same pushes.

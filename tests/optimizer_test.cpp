@@ -21,20 +21,20 @@ Board Example(const std::string& name) {
 void ExpectWhole(Solver& solver, const Board& board, int pushes) {
     solver.BuildSolutions();
     EXPECT_EQ(test::KeptFault(solver, board), "");
-    EXPECT_EQ(solver.Kept(1).SolPushes, pushes);
+    EXPECT_EQ(solver.Kept(1)->SolPushes, pushes);
 }
 
 TEST(Optimizer, AStopAnywhereKeepsTheSolutionsAndClaimsNothing) {
     const Board board = Example("04-warehouse");
     Solver solver;
     ASSERT_TRUE(solver.ApplySizes({100000, 8, 300}).Ok);
-    const SolverOptions options{3, 0, 0, true};
+    const SolverOptions options{.OptLevel = OptLevel::SomethingPlus, .OptSpecial = true};
     test::StopAt whole(0);
     test::SearchLevel(solver, board, options);
     ASSERT_EQ(solver.OptimizeMoves(whole), Result::GoOn);
     ASSERT_TRUE(solver.Counters().MovesProved);
-    const int best = solver.Kept(1).SolMoves;
-    const int pushes = solver.Kept(1).SolPushes;
+    const int best = solver.Kept(1)->SolMoves;
+    const int pushes = solver.Kept(1)->SolPushes;
     // The last yields are the proof's, the others the pass's.
     const std::int64_t last = whole.Yields;
     for (const std::int64_t at : {std::int64_t{1}, std::int64_t{2}, last / 4, last / 2, last - 40,
@@ -43,7 +43,7 @@ TEST(Optimizer, AStopAnywhereKeepsTheSolutionsAndClaimsNothing) {
         test::SearchLevel(solver, board, options);
         const Result result = solver.OptimizeMoves(hooks);
         ExpectWhole(solver, board, pushes);
-        EXPECT_GE(solver.Kept(1).SolMoves, best);
+        EXPECT_GE(solver.Kept(1)->SolMoves, best);
         EXPECT_EQ(result == Result::Stopped, at < last || result != Result::GoOn) << at;
         EXPECT_EQ(solver.Counters().MovesProved, result == Result::GoOn) << at;
     }
@@ -56,12 +56,12 @@ TEST(Optimizer, AFullStoreKeepsTheSolutionsAndClaimsNothing) {
         Solver solver;
         ASSERT_TRUE(solver.ApplySizes({200000, 8, 300}).Ok);
         SolverHooks hooks;
-        test::SearchLevel(solver, board, {3, 0, 0, false});
-        const std::int32_t needed = solver.Counters().BucketCnt;
-        const int pushes = solver.Kept(1).SolPushes;
+        test::SearchLevel(solver, board, {.OptLevel = OptLevel::SomethingPlus});
+        const std::int64_t needed = solver.Counters().BucketCnt;
+        const int pushes = solver.Kept(1)->SolPushes;
         // A store that the search fills to the last position leaves the pass no room.
         ASSERT_TRUE(solver.ApplySizes({needed, 8, 300}).Ok);
-        test::SearchLevel(solver, board, {3, 0, 0, false});
+        test::SearchLevel(solver, board, {.OptLevel = OptLevel::SomethingPlus});
         const Result result = solver.OptimizeMoves(hooks);
         filled += result == Result::OutOfMemory ? 1 : 0;
         EXPECT_EQ(solver.Counters().MovesProved, result == Result::GoOn);
@@ -94,16 +94,20 @@ std::vector<BestRow> BestRows() {
 TEST(Optimizer, LevelThreeReachesTheFewestMovesKnown) {
     const std::vector<BestRow> rows = BestRows();
     if (rows.empty()) GTEST_SKIP() << "no best_moves.tsv in " << test::LevelsFolder();
-    constexpr SolverOptions settings[] = {{3, 0, 0, false}, {3, 0, 0, true},  {3, 1, 0, false},
-                                          {3, 2, 0, false}, {3, 0, 1, false}, {3, 0, 2, false}};
+    constexpr auto kPlus = OptLevel::SomethingPlus;
+    constexpr SolverOptions settings[] = {{.OptLevel = kPlus},
+                                          {.OptLevel = kPlus, .OptSpecial = true},
+                                          {.OptLevel = kPlus, .SeaType = SeaType::Forward},
+                                          {.OptLevel = kPlus, .SeaType = SeaType::Backward},
+                                          {.OptLevel = kPlus, .HashCase = HashCase::Case1},
+                                          {.OptLevel = kPlus, .HashCase = HashCase::Case2}};
     Solver solver;
     ASSERT_TRUE(solver.ApplySizes({250000, 20, 300}).Ok);
     int proved = 0;
     for (const BestRow& row : rows) {
         const Board board = test::BoardOfFile(test::LevelsFolder() + "/" + row.Level + ".xsb");
         for (const SolverOptions& options : settings) {
-            SCOPED_TRACE(row.Level + " side " + std::to_string(options.SeaType) + " hash " +
-                         std::to_string(options.HashCase));
+            SCOPED_TRACE(row.Level + ", setting " + std::to_string(&options - settings));
             SolverHooks hooks;
             ASSERT_EQ(solver.AnalyseBoard(board, options), Result::Ok);
             const Result result = solver.Search(hooks);
@@ -112,9 +116,9 @@ TEST(Optimizer, LevelThreeReachesTheFewestMovesKnown) {
             if (solver.OptimizeMoves(hooks) != Result::GoOn) continue;
             solver.BuildSolutions();
             EXPECT_TRUE(solver.Counters().MovesProved);
-            EXPECT_EQ(solver.Kept(1).SolPushes, row.Pushes);
-            EXPECT_EQ(solver.Kept(1).SolMoves, row.Moves);
-            EXPECT_LE(solver.Kept(0).SolMoves, row.Moves);
+            EXPECT_EQ(solver.Kept(1)->SolPushes, row.Pushes);
+            EXPECT_EQ(solver.Kept(1)->SolMoves, row.Moves);
+            EXPECT_LE(solver.Kept(0)->SolMoves, row.Moves);
             ++proved;
         }
     }
@@ -130,10 +134,10 @@ TEST(Optimizer, EachLevelIsAtLeastAsGoodAsTheOneBelow) {
         int moves = 32767;
         for (int level = 1; level <= 3; ++level) {
             SolverHooks hooks;
-            test::SearchLevel(solver, board, {level, 0, 0, false});
+            test::SearchLevel(solver, board, {.OptLevel = static_cast<OptLevel>(level)});
             ASSERT_EQ(solver.OptimizeMoves(hooks), Result::GoOn);
-            EXPECT_LE(solver.Kept(1).SolMoves, moves) << name << " level " << level;
-            moves = solver.Kept(1).SolMoves;
+            EXPECT_LE(solver.Kept(1)->SolMoves, moves) << name << " level " << level;
+            moves = solver.Kept(1)->SolMoves;
         }
     }
 }

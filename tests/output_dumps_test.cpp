@@ -6,13 +6,13 @@ namespace kavit {
 namespace {
 
 TEST(Dumps, Levels) {
-    LevelTables levels;
-    LevelTables::Run(levels.ForwTopEnd, 1, 1) = {1, 1};
-    LevelTables::Run(levels.ForwTopEnd, 2, 1) = {4, 12345678};
-    LevelTables::Run(levels.ForwTopEnd, 2, 2) = {30, 31};
-    LevelTables::Run(levels.ForwTopEnd, 3, 2) = {40, 41};  // by the optimizer alone
-    LevelTables::Run(levels.ForwTopEnd, 5, 1) = {50, 51};  // behind the first empty level
-    LevelTables::Run(levels.BackTopEnd, 1, 1) = {2, 3};
+    LayerTables levels;
+    LayerTables::Run(levels.ForwTopEnd, 1, 1) = {1, 1};
+    LayerTables::Run(levels.ForwTopEnd, 2, 1) = {4, 12345678};
+    LayerTables::Run(levels.ForwTopEnd, 2, 2) = {30, 31};
+    LayerTables::Run(levels.ForwTopEnd, 3, 2) = {40, 41};  // by the optimizer alone
+    LayerTables::Run(levels.ForwTopEnd, 5, 1) = {50, 51};  // behind the first empty level
+    LayerTables::Run(levels.BackTopEnd, 1, 1) = {2, 3};
     SearchCounters counters;
     counters.LastSide = 2;
     counters.OptimumPushes = 97;
@@ -32,15 +32,15 @@ TEST(Dumps, Levels) {
               "SeaCnt = 001  Top1 = 0000002  End1 = 0000003\r\n"
               "\r\n"
               "Last BucketCnt: 4321\r\n");
-    EXPECT_EQ(LevelsText("", LevelTables{}, SearchCounters{}),
+    EXPECT_EQ(LevelsText("", LayerTables{}, SearchCounters{}),
               ":  ForwTopEnd  LastSea: 0  OptimumPushes: 0  Sea1: 0  Sea2: 0\r\n\r\n\r\n\r\n"
               ":  BackTopEnd\r\n\r\n\r\nLast BucketCnt: 0\r\n");
 }
 
 TEST(Dumps, Position) {
-    EXPECT_EQ(PositionText(7, {11, 3, 45, 6, {24, 45, 123, 5}}),
+    EXPECT_EQ(PositionText(7, {11, 3, 6, 45, {24, 45, 123}, 5}),
               " Bucket: ( 0007)  [ 011 0003 045 006] [ 24 45 123 05]\r\n");
-    EXPECT_EQ(PositionText(1234567, {1, -1, 200, 12345, {20}}),
+    EXPECT_EQ(PositionText(1234567, {1, -1, 12345, 200, {}, 20}),
               " Bucket: ( 1234567)  [ 001 -0001 200 12345] [ 20]\r\n");
 }
 

@@ -27,12 +27,10 @@ struct Front : SolverHooks {
 };
 
 struct Solve {
-    explicit Solve(Board board, int optLevel = 1) : Level(board) {
+    explicit Solve(Board board, OptLevel optLevel = OptLevel::Something) : Level(board) {
         EXPECT_TRUE(Engine.ApplySizes({1000, 8, 300}).Ok);
         Hooks.Solving = &Engine;
-        SolverOptions options;
-        options.OptLevel = optLevel;
-        EXPECT_EQ(Engine.AnalyseBoard(Level, options), Result::Ok);
+        EXPECT_EQ(Engine.AnalyseBoard(Level, {.OptLevel = optLevel}), Result::Ok);
         EXPECT_EQ(Engine.Search(Hooks), Result::Ok);
         Engine.BuildSolutions();
     }
@@ -75,26 +73,23 @@ TEST(SolvedTexts, Dumps) {
     low.Cell[288] = kGoal;
     Solve compact(low);
     ASSERT_TRUE(compact.Engine.Counters().SqCompact);
-    EXPECT_EQ(DumpPosition(1, 12, base, compact.Engine, low), "");
+    EXPECT_EQ(DumpPosition(1, 12, base, compact.Engine), "");
     EXPECT_NE(folder.Read("abc_Dist.txt").find(" 286 000] [ 287 286]\r\n"), std::string::npos)
         << folder.Read("abc_Dist.txt");
 
-    const Solve solve(BoardOf("#######\n#@$  .#\n#######\n"), 2);
+    const Solve solve(BoardOf("#######\n#@$  .#\n#######\n"), OptLevel::SomethingMore);
     EXPECT_EQ(DumpLevels(folder.Path("run"), "abc", solve.Engine), "");
     EXPECT_EQ(folder.Read("run_abc.txt"),
-              LevelsText("abc", solve.Engine.Levels(), solve.Engine.Counters()));
+              LevelsText("abc", solve.Engine.Layers(), solve.Engine.Counters()));
     EXPECT_NE(folder.Read("run_abc.txt").find("SeaCnt = 001"), std::string::npos);
-    for (const int pos : {1, 1})
-        EXPECT_EQ(DumpPosition(pos, 0, base, solve.Engine, solve.Level), "");
+    for (const int pos : {1, 1}) EXPECT_EQ(DumpPosition(pos, 0, base, solve.Engine), "");
     const std::string line = folder.Read("abc.txt");
     EXPECT_NE(line.find(" 020 000] [ 21 20]\r\n Bucket: ( 0001)  [ 0"), std::string::npos) << line;
 
     for (const int pos : {0, 1001}) {
-        EXPECT_NE(DumpPosition(pos, 0, base, solve.Engine, solve.Level).find("no position"),
-                  std::string::npos);
+        EXPECT_NE(DumpPosition(pos, 0, base, solve.Engine).find("no position"), std::string::npos);
     }
-    EXPECT_NE(DumpPosition(1, 0, base, solve.Engine, Board{}), "");
-    EXPECT_NE(DumpPosition(1, 0, folder.Path("no/folder"), solve.Engine, solve.Level), "");
+    EXPECT_NE(DumpPosition(1, 0, folder.Path("no/folder"), solve.Engine), "");
 }
 
 }  // namespace

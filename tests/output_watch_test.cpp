@@ -14,8 +14,7 @@ TEST(Watch, CaptionsAcrossMidnight) {
     EXPECT_EQ(watch.Tick(10.25, hooks), "12/600");
     watch.Finish(10.75);
     EXPECT_DOUBLE_EQ(watch.LastTick() - watch.SeaStart(), 12.25);
-    EXPECT_FALSE(hooks.StopSea);
-    EXPECT_FALSE(hooks.TimeOut);
+    EXPECT_FALSE(hooks.Stopping());
 }
 
 TEST(Watch, ASolveThatEndsBeforeTheFirstTick) {
@@ -31,8 +30,7 @@ TEST(Watch, TheLimitStopsTheSolve) {
         SolveWatch watch;
         watch.Start(1000, 300);
         watch.Tick(1000 + seconds, hooks);
-        EXPECT_EQ(hooks.StopSea, seconds > 299) << seconds;
-        EXPECT_EQ(hooks.TimeOut, seconds > 299) << seconds;
+        EXPECT_EQ(hooks.StopSea == StopCause::Time, seconds > 299) << seconds;
     }
     // The largest limit is a whole day, after which the clock shows what it showed at the start.
     SolverHooks hooks;
@@ -40,9 +38,9 @@ TEST(Watch, TheLimitStopsTheSolve) {
     watch.Start(1000.25, 86400);
     EXPECT_EQ(watch.Tick(50000, hooks), "49000/86400");
     EXPECT_EQ(watch.Tick(999.5, hooks), "86399/86400");
-    EXPECT_FALSE(hooks.StopSea);
+    EXPECT_FALSE(hooks.Stopping());
     EXPECT_EQ(watch.Tick(1000.5, hooks), "86400/86400");
-    EXPECT_TRUE(hooks.StopSea);
+    EXPECT_TRUE(hooks.Stopping());
 }
 
 TEST(Watch, EveryTenthTickAsksForARefresh) {

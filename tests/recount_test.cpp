@@ -1,9 +1,9 @@
-#include "solver/recount.h"
+#include "solver/search/recount.h"
 
 #include <gtest/gtest.h>
 
-#include "solver/expander.h"
-#include "solver/search.h"
+#include "solver/search/expander.h"
+#include "solver/search/search.h"
 #include "support/levels.h"
 
 namespace kavit {
@@ -18,13 +18,13 @@ struct Ended {
         const Board board = test::BoardOf("########\n#. $  .#\n# $ @  #\n#      #\n########");
         InitSearchCounters(State);
         EXPECT_EQ(AnalyseBoard(board, 8, State.Arrays), Result::Ok);
-        State.Store.Clear(State.Arrays.NumBoxes, 0);
+        State.Store.Clear(State.Arrays.NumBoxes, HashCase::Default);
         EXPECT_EQ(Search(State, *MakeExpander(State)), Result::Ok);
-        Parents = LevelTables::Get(State.Levels.ForwTopEnd, 2, 1);
-        Made = LevelTables::Get(State.Levels.ForwTopEnd, 3, 1);
+        Parents = LayerTables::Get(State.Layers.ForwTopEnd, 2, 1);
+        Made = LayerTables::Get(State.Layers.ForwTopEnd, 3, 1);
     }
     void Recount() const {
-        RecountLevel(State, kForwTag, Parents, Made);
+        RecountLayer(State, kForwTag, Parents, Made);
         RecountStore(State);
     }
     PosRecord Record() const { return State.Store.Record(Made.Top); }
@@ -37,14 +37,14 @@ struct Ended {
 
     SolverHooks Hooks;
     SearchState State;
-    LevelRun Parents;
-    LevelRun Made;
+    LayerRun Parents;
+    LayerRun Made;
 };
 
 TEST(Recount, SeesWhatDoesNotFit) {
     EXPECT_NO_THROW(Ended().Recount());
     Ended stopped;  // before the backward start was stored: the run before stands for its level
-    LevelTables::Run(stopped.State.Levels.BackTopEnd, 1, 1) = {1, 1};
+    LayerTables::Run(stopped.State.Layers.BackTopEnd, 1, 1) = {1, 1};
     EXPECT_NO_THROW(stopped.Recount());
     const struct {
         const char* Name;
@@ -84,11 +84,11 @@ TEST(Recount, SeesWhatDoesNotFit) {
          }},
         {"count", [](Ended& e) { e.State.Counters.BucketCnt += 1; }},
         {"levels that overlap",
-         [](Ended& e) { LevelTables::Run(e.State.Levels.ForwTopEnd, 2, 1).End += 1; }},
+         [](Ended& e) { LayerTables::Run(e.State.Layers.ForwTopEnd, 2, 1).End += 1; }},
         {"level of the other side",
          [](Ended& e) {
-             LevelTables::Run(e.State.Levels.BackTopEnd, 9, 1) = e.Made;
-             LevelTables::Run(e.State.Levels.ForwTopEnd, 3, 1) = {};
+             LayerTables::Run(e.State.Layers.BackTopEnd, 9, 1) = e.Made;
+             LayerTables::Run(e.State.Layers.ForwTopEnd, 3, 1) = {};
          }},
     };
     for (const auto& c : cases) {

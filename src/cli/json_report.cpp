@@ -32,8 +32,8 @@ void AddCounters(Json& object, const SearchCounters& counters) {
     object["BucketCnt"] = counters.BucketCnt;
     object["PosChanged"] = counters.PosChanged;
     object["PosDiscarded"] = counters.PosDiscarded;
-    object["HashCnt"] = counters.HashCnt - kCounterStart;
-    object["RHashCnt"] = counters.RHashCnt - kCounterStart;
+    object["HashCnt"] = counters.HashCnt;
+    object["RHashCnt"] = counters.RHashCnt;
     object["SeaSteps"] = counters.SeaSteps;
     object["ForwDepth"] = counters.ForwDepth;
     object["BackDepth"] = counters.BackDepth;

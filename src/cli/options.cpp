@@ -47,7 +47,8 @@ template <typename Number>
 void AddNumber(CLI::App& app, const std::string& name, Number& field, std::int64_t least,
                std::int64_t most, const std::string& help, const std::string& type = "N") {
     // A default that is out of range is none.
-    const std::string text = field < least ? help : help + " [" + std::to_string(field) + "]";
+    const auto standard = static_cast<std::int64_t>(field);
+    const std::string text = standard < least ? help : help + " [" + std::to_string(standard) + "]";
     app.add_option_function<std::string>(
            name,
            [name, &field, least, most](const std::string& value) {
@@ -62,7 +63,13 @@ void AddNumber(CLI::App& app, const std::string& name, Number& field, std::int64
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
 
-void AddOptions(CLI::App& app, Options& options, std::string& search) {
+// What the solver has names for.
+struct Named {
+    std::string Search = "both";
+    int Hash = -1;  // not given
+};
+
+void AddOptions(CLI::App& app, Options& options, Named& named) {
     app.add_option("LEVEL", options.Levels,
                    "Level files, folders of .xsb files, or - for standard input")
         ->type_name("");
@@ -74,10 +81,11 @@ void AddOptions(CLI::App& app, Options& options, std::string& search) {
               "Moves optimizer: 0 none, 1 something, 2 something more, 3 something plus");
     app.add_flag("--special", options.Solver.OptSpecial,
                  "Optimize across both sides (counts at levels 2 and 3)");
-    app.add_option("--search", search, "Side to search from: both, forward or backward [both]")
+    app.add_option("--search", named.Search,
+                   "Side to search from: both, forward or backward [both]")
         ->type_name("SIDE")
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-    AddNumber(app, "--hash", options.Solver.HashCase, 0, 2, "Way to probe the hash table");
+    AddNumber(app, "--hash", named.Hash, 0, 2, "Way to probe the hash table");
     app.add_option("--sol", options.SolTarget,
                    "Write the solution file; a folder when it is one, ends with /, or there are "
                    "several levels")
@@ -94,14 +102,14 @@ void AddOptions(CLI::App& app, Options& options, std::string& search) {
               "Add a line on stored position N to NAME_Dist.txt");
 }
 
-int SeaTypeOf(const std::string& search) {
+SeaType SeaTypeOf(const std::string& search) {
     constexpr const char* kNames[] = {"both", "forward", "backward"};
     const auto* const found = std::find(std::begin(kNames), std::end(kNames), search);
     if (found == std::end(kNames)) {
         throw CLI::ValidationError("--search",
                                    "'" + search + "' is none of both, forward, backward");
     }
-    return static_cast<int>(found - std::begin(kNames));
+    return static_cast<SeaType>(found - std::begin(kNames));
 }
 
 // What the parser reads, from the last to the first. It would take a folder [a,b] for a list of two
@@ -139,12 +147,13 @@ CommandLine ReadCommandLine(int argc, const char* const* argv) {
     app.set_help_flag("--help,-h", "Print this help and end");
 
     Options options;
-    std::string search = "both";
-    AddOptions(app, options, search);
+    Named named;
+    AddOptions(app, options, named);
     CommandLine line;
     try {
         app.parse(Arguments(argc, argv));
-        options.Solver.SeaType = SeaTypeOf(search);
+        options.Solver.SeaType = SeaTypeOf(named.Search);
+        if (named.Hash >= 0) options.Solver.HashCase = static_cast<HashCase>(named.Hash);
         Check(app, options);
         line.Command = std::move(options);
     } catch (const CLI::ParseError& ended) {

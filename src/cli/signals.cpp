@@ -9,20 +9,20 @@ namespace {
 // All that a signal handler can reach; nothing else of the program is global. They point into the
 // command that runs, and to nothing when none does.
 std::atomic<std::atomic<bool>*> interruptedFlag{nullptr};
-std::atomic<std::atomic<bool>*> stopFlag{nullptr};
+std::atomic<SolverHooks*> solverHooks{nullptr};
 
 static_assert(std::atomic<bool>::is_always_lock_free);
-static_assert(std::atomic<std::atomic<bool>*>::is_always_lock_free);
+static_assert(std::atomic<SolverHooks*>::is_always_lock_free);
 
 extern "C" void OnSignal(int number) {
     std::atomic<bool>* const interrupted = interruptedFlag;
-    std::atomic<bool>* const stop = stopFlag;
-    if (interrupted == nullptr || stop == nullptr || interrupted->exchange(true)) {
+    SolverHooks* const hooks = solverHooks;
+    if (interrupted == nullptr || hooks == nullptr || interrupted->exchange(true)) {
         std::signal(number, SIG_DFL);
         std::raise(number);  // takes effect when the handler returns
         return;
     }
-    *stop = true;
+    hooks->RequestStop(StopCause::User);
 }
 
 void Install(void (*handler)(int)) {
@@ -35,9 +35,9 @@ void Install(void (*handler)(int)) {
 
 }  // namespace
 
-SignalGuard::SignalGuard(std::atomic<bool>& interrupted, std::atomic<bool>& stopSea) {
+SignalGuard::SignalGuard(std::atomic<bool>& interrupted, SolverHooks& hooks) {
     interruptedFlag = &interrupted;
-    stopFlag = &stopSea;
+    solverHooks = &hooks;
     std::signal(SIGPIPE, SIG_IGN);
     Install(OnSignal);
 }
@@ -45,7 +45,7 @@ SignalGuard::SignalGuard(std::atomic<bool>& interrupted, std::atomic<bool>& stop
 SignalGuard::~SignalGuard() {
     Install(SIG_DFL);
     interruptedFlag = nullptr;
-    stopFlag = nullptr;
+    solverHooks = nullptr;
 }
 
 SignalHold::SignalHold(bool wanted) {

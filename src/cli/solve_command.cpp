@@ -18,7 +18,7 @@ SolveCommand::SolveCommand(const Options& options)
       target_(options.SolTarget, levels_) {}
 
 ExitStatus SolveCommand::Run() {
-    const SignalGuard guard(hooks_.Interrupted(), hooks_.StopSea);
+    const SignalGuard guard(hooks_.Interrupted(), hooks_);
     ExitStatus wrong = ExitStatus::Solved;
     if (!ApplyOptions(wrong)) return wrong;
 
@@ -69,9 +69,9 @@ LevelReport SolveCommand::SolveLevel(const LevelSource& source) {
     solve.LevelName = LevelNameOf(source);
     solve.BoardImported = source.Origin == LevelSource::Kind::StandardInput;
     solve.HideExpert = !options_.Expert;
-    solve.OptLevel = options_.Solver.OptLevel;
+    solve.OptLevel = static_cast<int>(options_.Solver.OptLevel);
     solve.OptSpecial = options_.Solver.OptSpecial;
-    solve.HashCase = options_.Solver.HashCase;
+    solve.HashCase = static_cast<int>(options_.Solver.HashCase.value_or(HashCase::Default));
     report.Analysed = true;
 
     hooks_.Start();
@@ -97,8 +97,7 @@ void SolveCommand::Dump(LevelReport& report) const {
     }
     if (options_.DumpPosition > 0 && report.DumpError.empty()) {
         constexpr int kDistanceFile = 12;
-        report.DumpError =
-            DumpPosition(options_.DumpPosition, kDistanceFile, base, solver_, report.Solve.Level);
+        report.DumpError = DumpPosition(options_.DumpPosition, kDistanceFile, base, solver_);
     }
 }
 
@@ -107,7 +106,7 @@ void SolveCommand::Solve(LevelReport& report) {
     report.Code = solver_.AnalyseBoard(board, options_.Solver);
     if (report.Code == Result::Ok) report.Code = solver_.Search(hooks_);
     if (report.Code != Result::Ok) {
-        report.Solve.TimeOut = hooks_.TimeOut;
+        report.Solve.TimeOut = hooks_.StopSea == StopCause::Time;
         ShowResult(report, report.Code);
         return;
     }
@@ -117,17 +116,17 @@ void SolveCommand::Solve(LevelReport& report) {
 
 void SolveCommand::Optimize(LevelReport& report) {
     Result shown = Result::Solution;
-    if (options_.Solver.OptLevel >= 2) {
+    if (options_.Solver.OptLevel >= OptLevel::SomethingMore) {
         const Result result = solver_.OptimizeMoves(hooks_);
         shown = result;
         if (result <= Result::Ok) shown = Result::BestSolution;
         if (result == Result::OutOfMemory) shown = Result::OutOfMemoryWithSolution;
         if (result == Result::Stopped) shown = Result::StoppedWithSolution;
         if (result > Result::Ok) report.Solve.SeaResult = result;
-        if (result == Result::OutOfMemory) hooks_.StopSea = true;
+        if (result == Result::OutOfMemory) hooks_.RequestStop(StopCause::Memory);
     }
-    report.Solve.StopSea = hooks_.StopSea;
-    report.Solve.TimeOut = hooks_.TimeOut;
+    report.Solve.StopSea = hooks_.Stopping();
+    report.Solve.TimeOut = hooks_.StopSea == StopCause::Time;
     ShowResult(report, Result::Solution);
     report.SolvedMessage = report.Lines.Left.value_or("");
     ShowResult(report, shown);

@@ -3,11 +3,10 @@
 namespace kavit {
 
 void SolveHooks::Start() {
-    TimeOut = false;
     RefreshDue = false;
-    StopSea = false;
+    StopSea = StopCause::No;
     // In this order: a signal between the two lines is not lost.
-    if (interrupted_) StopSea = true;
+    if (interrupted_) RequestStop(StopCause::User);
     watch_.Start(dayClock_.Now(), solver_.AppliedSizes().MaxTime);
     start_ = Clock::now();
     nextTick_ = 1;
@@ -19,7 +18,7 @@ void SolveHooks::Finish() {
     progress_.Clear();
 }
 
-void SolveHooks::ShowProgress(std::int32_t /*bucketCnt*/) {
+void SolveHooks::ShowProgress(std::int64_t /*bucketCnt*/) {
     Look();
 }
 

@@ -21,7 +21,7 @@ class SolveHooks final : public SolverHooks {
     void Start();
     void Finish();
 
-    void ShowProgress(std::int32_t bucketCnt) override;
+    void ShowProgress(std::int64_t bucketCnt) override;
     void Yield() override {
         if (--left_ == 0) Look();
     }

@@ -6,8 +6,6 @@ namespace kavit {
 
 namespace {
 
-constexpr int kNothingKept = 32767;
-
 // Where the replay starts. ManPos may name the square before a shift, so the board is asked first.
 int ManCell(const Board& board) {
     for (int cell = 0; cell < kCells; ++cell) {
@@ -61,7 +59,7 @@ AnimOrders Animation::MouseUp(int button, const Board& board, const KeptSolution
 AnimOrders Animation::Begin(const Board& board, const KeptSolution& solution, int seaPhase) {
     AnimOrders orders;
     caption_ = AnimCaption::Anim;
-    if (seaPhase == 0 || solution.SolMoves == 0 || solution.SolMoves == kNothingKept) {
+    if (seaPhase == 0 || solution.SolMoves == 0) {
         orders.RightLine = "Nothing to Show";
         return orders;
     }

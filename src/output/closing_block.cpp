@@ -22,9 +22,9 @@ std::string Percent(std::int64_t part, std::int64_t whole) {
 }  // namespace
 
 std::string ClosingBlock(const SearchCounters& c, std::int64_t numPos) {
-    const std::int64_t offered = c.HashCnt - kCounterStart;
-    const std::int64_t reprobes = c.RHashCnt - kCounterStart;
-    const std::int64_t slots = std::int64_t{c.HashSize} + 1;
+    const std::int64_t offered = c.HashCnt;
+    const std::int64_t reprobes = c.RHashCnt;
+    const std::int64_t slots = c.HashSize + 1;
     std::string text = "levels      " + B(c.SeaSteps) + " (" + B(c.ForwDepth) + " forward, " +
                        B(c.BackDepth) + " backward)\n";
     text += "positions   " + B(c.BucketCnt) + " stored of " + B(numPos) + " (" +

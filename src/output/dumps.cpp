@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view kLineEnd = "\r\n";
 constexpr int kDistFile = 12;
 
-void AddRun(std::string& text, std::string_view slot, const LevelRun& run) {
+void AddRun(std::string& text, std::string_view slot, const LayerRun& run) {
     text += "  Top";
     text += slot;
     text += " = " + Padded(run.Top, 7) + "  End";
@@ -20,11 +20,11 @@ void AddRun(std::string& text, std::string_view slot, const LevelRun& run) {
 }
 
 // One line per level, up to the first level that neither the search nor the optimizer filled.
-std::string RunsText(const LevelTables::Table& table) {
+std::string RunsText(const LayerTables::Table& table) {
     std::string text;
     for (int level = 1;; ++level) {
-        const LevelRun search = LevelTables::Get(table, level, 1);
-        const LevelRun optimizer = LevelTables::Get(table, level, 2);
+        const LayerRun search = LayerTables::Get(table, level, 1);
+        const LayerRun optimizer = LayerTables::Get(table, level, 2);
         if (search.Top < 1 && optimizer.Top < 1) return text;
         text += "SeaCnt = " + Padded(level, 3);
         AddRun(text, "1", search);
@@ -35,7 +35,7 @@ std::string RunsText(const LevelTables::Table& table) {
 
 }  // namespace
 
-std::string LevelsText(std::string_view baseName, const LevelTables& levels,
+std::string LevelsText(std::string_view baseName, const LayerTables& levels,
                        const SearchCounters& c) {
     const std::string base(baseName);
     const std::string end(kLineEnd);
@@ -46,7 +46,7 @@ std::string LevelsText(std::string_view baseName, const LevelTables& levels,
            "Last BucketCnt:" + S(c.BucketCnt) + end;
 }
 
-std::string PositionText(std::int64_t posIdx, const PositionView& position) {
+std::string PositionText(std::int64_t posIdx, const StoredPosition& position) {
     std::string text = " Bucket: (";
     const auto add = [&](std::int64_t number, std::size_t digits) {
         text += ' ';
@@ -59,7 +59,8 @@ std::string PositionText(std::int64_t posIdx, const PositionView& position) {
     add(position.Man, 3);
     add(position.Moves, 3);
     text += "] [";
-    for (const std::int64_t square : position.Key) add(square, 2);
+    for (const int square : position.Boxes) add(square, 2);
+    add(position.NormalisedMan, 2);
     text += "]";
     text += kLineEnd;
     return text;

@@ -5,26 +5,17 @@
 #include <string_view>
 #include <vector>
 
-#include "solver/level_tables.h"
 #include "solver/solver.h"
+#include "solver/types.h"
 
 // Two looks into a finished or running search, for whoever works on the solver: the runs of all
 // levels, and one stored position in one line. Texts are made here; the two writers put them into
 // files named after the solution's base name.
 namespace kavit {
 
-// What the store holds of one position; squares as the key holds them.
-struct PositionView {
-    std::int64_t Tag = 0;
-    std::int64_t Parent = 0;
-    std::int64_t Man = 0;
-    std::int64_t Moves = 0;
-    std::vector<std::int64_t> Key;  // NumBoxes box squares and the man's normalised square
-};
-
-[[nodiscard]] std::string LevelsText(std::string_view baseName, const LevelTables& levels,
+[[nodiscard]] std::string LevelsText(std::string_view baseName, const LayerTables& levels,
                                      const SearchCounters& counters);
-[[nodiscard]] std::string PositionText(std::int64_t posIdx, const PositionView& position);
+[[nodiscard]] std::string PositionText(std::int64_t posIdx, const StoredPosition& position);
 
 // The file name Prefix & "_" & baseName & ".txt".
 [[nodiscard]] std::string LevelsFileName(std::string_view prefix, std::string_view baseName);
@@ -35,9 +26,8 @@ struct PositionView {
 // wrong, and so does the other.
 [[nodiscard]] std::string DumpLevels(std::string_view prefix, std::string_view baseName,
                                      const Solver& solver);
-// Adds one line to the file. `board` is the level that the solver holds: keys of large levels hold
-// compact numbers, which the line turns back into cells.
+// Adds one line to the file.
 [[nodiscard]] std::string DumpPosition(std::int64_t posIdx, int fileNo, std::string_view baseName,
-                                       const Solver& solver, const Board& board);
+                                       const Solver& solver);
 
 }  // namespace kavit

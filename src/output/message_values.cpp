@@ -9,13 +9,15 @@ void ReadValues(MessageValues& values, const Solver& solver, const SolverHooks& 
     values.Blocks = solver.AppliedSizes().Blocks;
     values.SeaSteps = counters.SeaSteps;
     for (int k = 0; k < 2; ++k) {
-        values.SolMoves[static_cast<std::size_t>(k)] = solver.Kept(k).SolMoves;
-        values.SolPushes[static_cast<std::size_t>(k)] = solver.Kept(k).SolPushes;
+        constexpr int kUnknown = 32767;  // what the texts show where nothing is kept
+        const auto& kept = solver.Kept(k);
+        values.SolMoves[static_cast<std::size_t>(k)] = kept ? kept->SolMoves : kUnknown;
+        values.SolPushes[static_cast<std::size_t>(k)] = kept ? kept->SolPushes : kUnknown;
     }
     values.nSol = counters.nSol;
     values.ForwLevel = counters.ForwLevel;
     values.BackLevel = counters.BackLevel;
-    values.TimeOut = hooks.TimeOut;
+    values.TimeOut = hooks.StopSea == StopCause::Time;
 }
 
 }  // namespace kavit

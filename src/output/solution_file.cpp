@@ -27,15 +27,12 @@ std::string ResultLine(const ReportInput& r) {
     return Line("\\RESULT:         ", pairs);
 }
 
-// A hash counter counts from its lowest value; one that has reached zero has used up half of its
-// range, and is shown as it stands behind a star. The second counter is left out until it moves.
-std::string HashCounts(std::int64_t first, std::int64_t second) {
-    const auto count = [](std::int64_t counter) {
-        return counter >= 0 ? std::string("*") + B(counter) : B(counter - kCounterStart);
-    };
-    std::string text = count(first);
-    if (second != kCounterStart) text += std::string("+") + count(second);
-    return text;
+// The report shows a hash counter as one that began at -2147483647 and has 32 bits: when it has
+// passed zero it stands behind a star as it is; where it has no room it is shown in full.
+std::string HashCount(std::int64_t count) {
+    constexpr std::int64_t half = 2147483647;
+    if (count < half || count > 2 * half) return B(count);
+    return std::string("*") + B(count - half);
 }
 
 // Which solution of which phase each kept one was.
@@ -58,8 +55,8 @@ std::string ExpertLines(const ReportInput& r) {
     const SearchCounters& c = r.Counters;
     return Line("\\Pos. Changed:   ", B(c.PosChanged)) +
            Line("\\Pos. Discarded: ", B(c.PosDiscarded)) + Line("\\Bucket_size:    ", B(r.NumPos)) +
-           Line("\\HashCnt:        ", HashCounts(c.HashCnt, c.HashCnt2)) +
-           Line("\\RHashCnt:       ", HashCounts(c.RHashCnt, c.RHashCnt2)) +
+           Line("\\HashCnt:        ", HashCount(c.HashCnt)) +
+           Line("\\RHashCnt:       ", HashCount(c.RHashCnt)) +
            Line("\\nSol/Step:     ", FoundAt(r));
 }
 
@@ -100,8 +97,8 @@ std::string SolutionFileText(const ReportInput& r) {
     text += Line("\\Time:           ", SecondsText(r.SeaStart, r.LastTick));
     text += Line("\\Pos.Count:      ", B(r.Counters.BucketCnt));
     if (!r.HideExpert) text += ExpertLines(r);
-    text += Line("\\Best Solution between",
-                 S(std::int64_t{r.Counters.nSolSearch} + r.Counters.nSol) + " analyzed");
+    text +=
+        Line("\\Best Solution between", S(r.Counters.nSolSearch + r.Counters.nSol) + " analyzed");
     if (r.StopSea) text += Line("\\Best Solution before ", StopReason(r));
     // Last, so that every other line keeps its place.
     if (!r.HideExpert && r.OptLevel == 3) {

@@ -3,7 +3,8 @@
 namespace kavit {
 
 void ReadSolver(ReportInput& report, const Solver& solver) {
-    report.Kept = {solver.Kept(0), solver.Kept(1)};
+    for (const int k : {0, 1})
+        report.Kept[static_cast<std::size_t>(k)] = solver.Kept(k).value_or(KeptSolution{});
     report.Counters = solver.Counters();
     report.NumPos = solver.AppliedSizes().NumPos;
 }

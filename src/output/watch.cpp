@@ -44,10 +44,7 @@ std::string SolveWatch::Tick(double clock, SolverHooks& hooks) {
         hooks.RefreshDue = true;
     }
     TakeTime(clock);
-    if (Elapsed() >= maxTime_) {
-        hooks.TimeOut = true;  // first: who sees StopSea must find the reason
-        hooks.StopSea = true;
-    }
+    if (Elapsed() >= maxTime_) hooks.RequestStop(StopCause::Time);
     return Caption();
 }
 

@@ -5,11 +5,11 @@
 #include <new>
 
 #include "level/replay.h"
-#include "solver/build_solution.h"
-#include "solver/optimize_moves.h"
-#include "solver/prove_moves.h"
-#include "solver/recount.h"
-#include "solver/search.h"
+#include "solver/moves/build_solution.h"
+#include "solver/moves/optimize_moves.h"
+#include "solver/moves/prove_moves.h"
+#include "solver/search/recount.h"
+#include "solver/search/search.h"
 
 namespace kavit {
 
@@ -91,9 +91,10 @@ const Sizes& Solver::AppliedSizes() const {
 
 Result Solver::AnalyseBoard(const Board& board, const SolverOptions& options) {
     if (state_->Sizes.NumPos == 0) throw SolverFault("The solver has no memory for positions yet");
-    if (options.OptLevel < 0 || options.OptLevel > 3) throw SolverFault("Invalid optimizer level");
-    if (options.HashCase < 0 || options.HashCase > 2) throw SolverFault("Invalid hash case");
-    if (options.SeaType < 0 || options.SeaType > 2) throw SolverFault("Invalid Search Type");
+    const HashCase hashCase = options.HashCase.value_or(HashCase::Default);
+    if (options.OptLevel > OptLevel::FewestOfAll) throw SolverFault("Invalid optimizer level");
+    if (hashCase > HashCase::Case2) throw SolverFault("Invalid hash case");
+    if (options.SeaType > SeaType::Backward) throw SolverFault("Invalid Search Type");
     state_->Options = options;
     state_->Start = board;
     state_->Analysed = false;
@@ -102,8 +103,9 @@ Result Solver::AnalyseBoard(const Board& board, const SolverOptions& options) {
     const Result result = kavit::AnalyseBoard(board, state_->Store.Blocks(), state_->Arrays);
     state_->Counters.NumBoxes = state_->Arrays.NumBoxes;
     state_->Counters.SqCompact = state_->Arrays.SqCompact;
+    state_->Counters.HashCase = hashCase;
     if (result != Result::Ok) return result;
-    state_->Store.Clear(state_->Arrays.NumBoxes, options.HashCase);
+    state_->Store.Clear(state_->Arrays.NumBoxes, hashCase);
     state_->Expander = MakeExpander(*state_);
     state_->Analysed = true;
     return Result::Ok;
@@ -120,7 +122,7 @@ Result Solver::Search(SolverHooks& hooks) {
 }
 
 Result Solver::OptimizeMoves(SolverHooks& hooks) {
-    if (state_->Options.OptLevel < 2) return Result::GoOn;
+    if (state_->Options.OptLevel < OptLevel::SomethingMore) return Result::GoOn;
     state_->Hooks = &hooks;
     Result result = Result::GoOn;
     {
@@ -128,7 +130,7 @@ Result Solver::OptimizeMoves(SolverHooks& hooks) {
         result = kavit::OptimizeMoves(*state_, *state_->Expander);
     }
     if constexpr (kRecount) RecountStore(*state_);
-    if (result != Result::GoOn || state_->Options.OptLevel != 3) return result;
+    if (result != Result::GoOn || state_->Options.OptLevel < OptLevel::SomethingPlus) return result;
     const Stopwatch watch(state_->Counters.ProofSeconds);
     result = ProveMoves(*state_, *state_->Expander);
     // Want of memory for the proof takes nothing from the solutions, nor from the pass.
@@ -136,7 +138,9 @@ Result Solver::OptimizeMoves(SolverHooks& hooks) {
 }
 
 void Solver::BuildSolutions() {
-    for (KeptSolution& kept : state_->Kept) {
+    for (auto& known : state_->Kept) {
+        if (!known) throw SolverFault("No solution is known that could be built");
+        KeptSolution& kept = *known;
         const BuiltSolution built = BuildSolution(state_->Arrays, state_->Store, kept.SolSteps);
         kept.SolString = built.SolBuild;
         const ReplayOutcome replay = Replay(state_->Start, kept.SolString);
@@ -145,11 +149,11 @@ void Solver::BuildSolutions() {
                               " moves and " + std::to_string(kept.SolPushes) +
                               " pushes does not replay on the board");
     }
-    if (state_->Kept[0].SolMoves == state_->Kept[1].SolMoves)
-        state_->Kept[1].SolString = state_->Kept[0].SolString;
+    if (state_->Kept[0]->SolMoves == state_->Kept[1]->SolMoves)
+        state_->Kept[1]->SolString = state_->Kept[0]->SolString;
 }
 
-const KeptSolution& Solver::Kept(int k) const {
+const std::optional<KeptSolution>& Solver::Kept(int k) const {
     return state_->Kept.at(static_cast<std::size_t>(k));
 }
 
@@ -157,12 +161,23 @@ const SearchCounters& Solver::Counters() const {
     return state_->Counters;
 }
 
-const PositionStore& Solver::Store() const {
-    return state_->Store;
+StoredPosition Solver::Position(std::int64_t pos) const {
+    if (pos < 1 || pos > state_->Counters.BucketCnt)
+        throw SolverFault("There is no position " + std::to_string(pos) + ": " +
+                          std::to_string(state_->Counters.BucketCnt) + " are stored");
+    const BoardArrays& arrays = state_->Arrays;
+    const PosRecord record = state_->Store.Record(static_cast<std::int32_t>(pos));
+    StoredPosition position{record.Tag, record.Parent, record.Moves, arrays.KeyCell(record.Man), {},
+                            0};
+    for (const std::uint8_t byte : state_->Store.Key(static_cast<std::int32_t>(pos)))
+        position.Boxes.push_back(arrays.KeyCell(byte));
+    position.NormalisedMan = position.Boxes.back();
+    position.Boxes.pop_back();
+    return position;
 }
 
-const LevelTables& Solver::Levels() const {
-    return state_->Levels;
+const LayerTables& Solver::Layers() const {
+    return state_->Layers;
 }
 
 }  // namespace kavit

@@ -32,7 +32,7 @@ std::string PassText(const Solver& solver, Result pass) {
          << c.ForwLevel << "/" << c.BackLevel << ", OptimumPushes " << c.OptimumPushes
          << ", MovesProved " << c.MovesProved;
     for (const int k : {0, 1}) {
-        const KeptSolution& kept = solver.Kept(k);
+        const KeptSolution& kept = solver.Kept(k).value();
         text << ", kept " << kept.SolMoves << "/" << kept.SolPushes << " phase " << kept.SolPhase
              << " at " << kept.SolFoundAt << "/" << kept.SolFoundAtSearch << " " << kept.SolString;
     }
@@ -49,9 +49,9 @@ std::string Finish(Solver& solver, const FuzzSolve& solve, const Figures& search
     const SearchCounters& c = solver.Counters();
     const std::string fault = KeptFault(solver, solve.Ask.Level);
     Require(fault.empty(), fault.substr(0, fault.find(':')), fault);
-    Require(solver.Kept(0).SolMoves <= search.SolMoves[0] &&
-                solver.Kept(1).SolMoves <= search.SolMoves[1] &&
-                solver.Kept(1).SolPushes == search.SolPushes[1],
+    Require(solver.Kept(0)->SolMoves <= search.SolMoves[0] &&
+                solver.Kept(1)->SolMoves <= search.SolMoves[1] &&
+                solver.Kept(1)->SolPushes == search.SolPushes[1],
             "the optimizer lost a better solution", text);
     Require(c.MovesProved == (solve.Ask.OptLevel == 3 && pass == Result::GoOn),
             "MovesProved where it is not due, or the other way round", text);
@@ -96,7 +96,7 @@ void CompareWithOracle(const Solver& solver, const Figures& search, const Oracle
         return;
     }
     Require(solvable, "a solution of a level that has none", detail);
-    const KeptSolution& kept = solver.Kept(1);
+    const KeptSolution& kept = solver.Kept(1).value();
     Require(kept.SolPushes == truth.Pushes, "not the fewest pushes", detail);
     Require(kept.SolMoves >= truth.Moves, "fewer moves than there can be", detail);
     if (solver.Counters().MovesProved)

@@ -81,7 +81,7 @@ void Solve(const Board& board) {
     Solver solver;
     Require(solver.ApplySizes({200, 8, 300}).Ok, "no memory");
     try {
-        Result result = solver.AnalyseBoard(board, {3, 0, 0, false});
+        Result result = solver.AnalyseBoard(board, {.OptLevel = OptLevel::SomethingPlus});
         if (result == Result::Ok) result = solver.Search(hooks);
         if (result != Result::Ok) return;
         (void)solver.OptimizeMoves(hooks);

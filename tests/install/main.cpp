@@ -12,5 +12,5 @@ int main(int, char** argv) {
     if (solver.AnalyseBoard(board, {}) != kavit::Result::Ok) return 3;
     if (solver.Search(hooks) != kavit::Result::Ok) return 4;
     solver.BuildSolutions();
-    std::puts(solver.Kept(0).SolString.c_str());
+    std::puts(solver.Kept(0)->SolString.c_str());
 }

@@ -4,8 +4,6 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "solver/level_tables.h"
-#include "solver/position_store.h"
 #include "support/levels.h"
 
 namespace kavit::test {
@@ -15,8 +13,8 @@ namespace {
 class ProgressHooks : public StopAt {
   public:
     using StopAt::StopAt;
-    void ShowProgress(std::int32_t bucketCnt) override { Progress.push_back(bucketCnt); }
-    std::vector<std::int32_t> Progress;
+    void ShowProgress(std::int64_t bucketCnt) override { Progress.push_back(bucketCnt); }
+    std::vector<std::int64_t> Progress;
 };
 
 // What both count, by the same names.
@@ -74,20 +72,22 @@ std::string Figures::Text() const {
         text << ", kept " << SolMoves[k] << "/" << SolPushes[k] << " at " << SolFoundAt[k];
     }
     text << ", yields " << Yields << ", progress";
-    for (const std::int32_t value : Progress) text << " " << value;
+    for (const std::int64_t value : Progress) text << " " << value;
     return text.str();
 }
 
 Figures Ask(Solver& solver, const Question& question) {
     ProgressHooks hooks(question.StopAfter);
-    const SolverOptions options{question.OptLevel, question.SeaType, question.HashCase,
-                                question.OptSpecial};
+    const SolverOptions options{static_cast<OptLevel>(question.OptLevel),
+                                static_cast<SeaType>(question.SeaType),
+                                static_cast<HashCase>(question.HashCase), question.OptSpecial};
     Result result = solver.AnalyseBoard(question.Level, options);
     if (result == Result::Ok) result = solver.Search(hooks);
     Figures f = FiguresOf(static_cast<int>(result), solver.Counters());
-    f.HashCnt -= kCounterStart;
-    f.RHashCnt -= kCounterStart;
-    for (const int k : {0, 1}) AddKept(f, static_cast<std::size_t>(k), solver.Kept(k));
+    // The twin says 32767 where nothing is kept.
+    const KeptSolution none{.SolMoves = 32767, .SolPushes = 32767};
+    for (const std::size_t k : {0U, 1U})
+        AddKept(f, k, solver.Kept(static_cast<int>(k)).value_or(none));
     f.Progress = hooks.Progress;
     f.Yields = static_cast<int>(hooks.Yields);
     return f;
@@ -96,7 +96,7 @@ Figures Ask(Solver& solver, const Question& question) {
 Figures Ask(PlainTwin& twin, const Question& question) {
     int left = question.StopAfter;
     twin.StopSea = left < 0;
-    std::vector<std::int32_t> progress;
+    std::vector<std::int64_t> progress;
     int yields = 0;
     twin.OnProgress = [&](std::int32_t bucketCnt) { progress.push_back(bucketCnt); };
     twin.OnYield = [&] {
@@ -123,33 +123,37 @@ Figures AskWithSizes(Solver& solver, const Question& question) {
 
 std::string StoreDifference(const Solver& solver, const PlainTwin& twin) {
     std::ostringstream text;
-    const PositionStore& store = solver.Store();
+    const auto cell = [&twin](std::uint8_t byte) -> int {
+        return twin.SqCompact ? twin.IdxToCell[byte] : byte;
+    };
     for (std::int32_t p = 1; p <= twin.BucketCnt; ++p) {
-        const PosRecord ours = store.Record(p);
+        const StoredPosition ours = solver.Position(p);
         const PlainRecord& plain = twin.PosRec[static_cast<std::size_t>(p)];
-        const auto key = store.Key(p);
-        if (ours.Tag != plain.Tag || ours.Parent != plain.Parent || ours.Man != plain.Man ||
+        if (ours.Tag != plain.Tag || ours.Parent != plain.Parent || ours.Man != cell(plain.Man) ||
             ours.Moves != plain.Moves) {
-            text << "record " << p << ": " << +ours.Tag << " " << ours.Parent << " " << +ours.Man
+            text << "record " << p << ": " << ours.Tag << " " << ours.Parent << " " << ours.Man
                  << " " << ours.Moves << ", twin " << +plain.Tag << " " << plain.Parent << " "
-                 << +plain.Man << " " << plain.Moves;
+                 << cell(plain.Man) << " " << plain.Moves;
             return text.str();
         }
-        if (!std::equal(key.begin(), key.end(), twin.Key(p), twin.Key(p) + twin.NumBoxes + 1)) {
+        const auto same = [&](int square, std::uint8_t byte) { return square == cell(byte); };
+        const std::uint8_t* key = twin.Key(p);
+        if (!std::equal(ours.Boxes.begin(), ours.Boxes.end(), key, key + twin.NumBoxes, same) ||
+            ours.NormalisedMan != cell(key[twin.NumBoxes])) {
             text << "key of position " << p;
             return text.str();
         }
     }
     const auto compareRuns = [&text](const char* side, const auto& plain, const auto& ours) {
         for (std::size_t level = 1; level < plain.size(); ++level) {
-            const LevelRun run = LevelTables::Get(ours, static_cast<int>(level), 1);
+            const LayerRun run = LayerTables::Get(ours, static_cast<int>(level), 1);
             if (run.Top == plain[level][0].Top && run.End == plain[level][0].End) continue;
             text << side << " run of level " << level << ": " << run.Top << ".." << run.End
                  << ", twin " << plain[level][0].Top << ".." << plain[level][0].End << "; ";
         }
     };
-    compareRuns("forward", twin.ForwTopEnd, solver.Levels().ForwTopEnd);
-    compareRuns("backward", twin.BackTopEnd, solver.Levels().BackTopEnd);
+    compareRuns("forward", twin.ForwTopEnd, solver.Layers().ForwTopEnd);
+    compareRuns("backward", twin.BackTopEnd, solver.Layers().BackTopEnd);
     return text.str();
 }
 

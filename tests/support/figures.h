@@ -35,10 +35,10 @@ struct Figures {
     std::int64_t HashCnt = 0;
     std::int64_t RHashCnt = 0;
     std::int64_t SeaSteps = 0;
-    int ForwDepth = 0;
-    int BackDepth = 0;
-    int ForwLevelCnt = 0;
-    int BackLevelCnt = 0;
+    std::int64_t ForwDepth = 0;
+    std::int64_t BackDepth = 0;
+    std::int64_t ForwLevelCnt = 0;
+    std::int64_t BackLevelCnt = 0;
     int LastSide = 0;
     std::int64_t HashSize = 0;
     bool SqCompact = false;  // false as well while the level is refused
@@ -46,7 +46,7 @@ struct Figures {
     std::array<int, 2> SolMoves{};
     std::array<int, 2> SolPushes{};
     std::array<std::int64_t, 2> SolFoundAt{};
-    std::vector<std::int32_t> Progress;  // the values that were shown
+    std::vector<std::int64_t> Progress;  // the values that were shown
     int Yields = 0;
 
     [[nodiscard]] std::string Text() const;

@@ -53,15 +53,15 @@ void SearchLevel(Solver& solver, const Board& level, const SolverOptions& option
 
 std::string KeptFault(const Solver& solver, const Board& level) {
     for (const int k : {0, 1}) {
-        const KeptSolution& kept = solver.Kept(k);
+        const KeptSolution& kept = solver.Kept(k).value();
         const ReplayOutcome replay = Replay(level, kept.SolString);
         if (!replay.Solved) return "a string that does not replay: " + kept.SolString;
         if (replay.Moves != kept.SolMoves || replay.Pushes != kept.SolPushes)
             return "a string that is not as long as it says: " + kept.SolString;
     }
-    if (solver.Kept(0).SolMoves > solver.Kept(1).SolMoves)
+    if (solver.Kept(0)->SolMoves > solver.Kept(1)->SolMoves)
         return "solution 0 has more moves than 1";
-    const bool fewest = solver.Kept(1).SolPushes <= solver.Kept(0).SolPushes;
+    const bool fewest = solver.Kept(1)->SolPushes <= solver.Kept(0)->SolPushes;
     return fewest ? "" : "solution 1 has more pushes than 0";
 }
 

@@ -32,9 +32,11 @@ void SetExtent(Board& board);
 // Stops the solver at its n-th yield; 0 never, -1 before it begins.
 class StopAt : public SolverHooks {
   public:
-    explicit StopAt(std::int64_t yield) : at_(yield) { StopSea = yield < 0; }
+    explicit StopAt(std::int64_t yield) : at_(yield) {
+        if (yield < 0) RequestStop(StopCause::User);
+    }
     void Yield() override {
-        if (++Yields == at_) StopSea = true;
+        if (++Yields == at_) RequestStop(StopCause::User);
     }
     std::int64_t Yields = 0;
 

@@ -171,7 +171,7 @@ void Shell::ExitClicked() {
 // Escape leaves the innermost thing that is going on.
 void Shell::EscapePressed() {
     if (solving_) {
-        StopSea = true;
+        RequestStop(StopCause::User);
     } else if (animation_.AnimRunning()) {
         AnimMouseUp(true);
     } else if (configOpen_) {

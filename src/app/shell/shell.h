@@ -121,7 +121,7 @@ class Shell final : private SolverHooks {
 
     // yield_flow.cpp
     void ShowMsg(Result number) override;
-    void ShowProgress(std::int32_t bucketCnt) override;
+    void ShowProgress(std::int64_t bucketCnt) override;
     void ShowSide(char side) override;
     void Yield() override;
     void BreatheAt(double nowMs);
@@ -225,8 +225,8 @@ class Shell final : private SolverHooks {
     bool hideExpert_ = true;
     int eggCode_ = 0;
 
-    std::int32_t shownProgress_ = 0;
-    std::int32_t progress_ = 0;
+    std::int64_t shownProgress_ = 0;
+    std::int64_t progress_ = 0;
     char side_ = 0;
     char shownSide_ = 0;
     std::optional<Result> waitingMsg_;  // a solver's message that was not shown yet

@@ -18,7 +18,7 @@ void Shell::SolveClicked() {
             StartSolve();
             break;
         case SolveState::Stop:
-            StopSea = true;
+            RequestStop(StopCause::User);
             break;
         case SolveState::Text:
             ShowText();
@@ -34,12 +34,12 @@ void Shell::StartSolve() {
     if (editing_) FinishEditing();  // CLEAR enables SOLVE in the editor, too
     view_.SetTitle(Tr("Solving ") + levelName_);
     ForgetSolution();
-    StopSea = false;
-    TimeOut = false;
+    StopSea = StopCause::No;
     RefreshDue = false;
     try {
-        seaResult_ =
-            solver_.AnalyseBoard(board_, {settings_.OptLevel, seaType_, hashCase_, optSpecial_});
+        seaResult_ = solver_.AnalyseBoard(
+            board_, {static_cast<OptLevel>(settings_.OptLevel), static_cast<SeaType>(seaType_),
+                     static_cast<HashCase>(hashCase_), optSpecial_});
         if (seaResult_ != Result::Ok) {
             ShowMsg(static_cast<int>(seaResult_));
             view_.SetEnabled(Control::btnCLEAR, true);
@@ -130,7 +130,7 @@ void Shell::RunOptimizer() {
     } catch (const SolverFault& fault) {
         // What the search found holds all the same.
         Say(fault.what());
-        StopSea = true;
+        RequestStop(StopCause::User);
     }
     watch_.Finish(clock_.SecondsOfDay());
     seaResult_ = result;
@@ -138,7 +138,7 @@ void Shell::RunOptimizer() {
         seaResult_ = Result::Ok;
         ShowMsg(static_cast<int>(Result::BestSolution));
     } else if (result == Result::OutOfMemory) {
-        StopSea = true;
+        RequestStop(StopCause::Memory);
         ShowMsg(static_cast<int>(Result::OutOfMemoryWithSolution));
     } else if (result == Result::Stopped) {
         ShowMsg(static_cast<int>(Result::StoppedWithSolution));
@@ -197,8 +197,8 @@ void Shell::WriteSolution() {
     report_.chkWriteSol = settings_.WriteSol;
     report_.SeaStart = watch_.SeaStart();
     report_.LastTick = watch_.LastTick();
-    report_.StopSea = StopSea;
-    report_.TimeOut = TimeOut;
+    report_.StopSea = Stopping();
+    report_.TimeOut = StopSea == StopCause::Time;
     report_.SeaResult = seaResult_;
     ReadSolver(report_, solver_);
     solutionText_ = SolutionViewText(report_);
@@ -222,7 +222,7 @@ void Shell::WriteSolution() {
                !fault.empty()) {
         view_.Message(fault);
     }
-    if (!StopSea) ShowMsg(static_cast<int>(Result::SolutionInClipboard));
+    if (!Stopping()) ShowMsg(static_cast<int>(Result::SolutionInClipboard));
 }
 
 std::filesystem::path Shell::AskSolutionFile(const std::string& suggested) {

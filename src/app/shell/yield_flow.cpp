@@ -25,7 +25,7 @@ void Shell::ShowMsg(Result number) {
     ShowMsg(static_cast<int>(number));
 }
 
-void Shell::ShowProgress(std::int32_t bucketCnt) {
+void Shell::ShowProgress(std::int64_t bucketCnt) {
     progress_ = bucketCnt;
 }
 
@@ -49,7 +49,7 @@ void Shell::FlushProgress() {
     if (waitingMsg_) PutMsg(static_cast<int>(*waitingMsg_));
     if (progress_ != shownProgress_) {
         shownProgress_ = progress_;
-        view_.SetProgress(progress_);
+        view_.SetProgress(static_cast<int>(progress_));
         view_.SetText(Control::lblDebug, Tr("Pos.Count = ") + B(progress_));
     }
     if (side_ != shownSide_) {

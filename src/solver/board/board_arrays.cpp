@@ -1,0 +1,187 @@
+#include "solver/board/board_arrays.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace kavit {
+
+namespace {
+
+using Cells = BoardArrays::Cells;
+
+std::uint8_t& Cell(Cells& cells, int cell) {
+    return cells[static_cast<std::size_t>(cell)];
+}
+
+struct Counts {
+    int Boxes = 0;
+    int Men = 0;
+    int BoxesOnGoals = 0;
+};
+
+Counts SplitBoard(const Board& board, BoardArrays& a) {
+    Counts counts;
+    a.FirstCell = kCells - 1;
+    a.LastCell = 0;
+    for (int c = 0; c < kCells; ++c) {
+        const std::uint8_t code = board.Cell[static_cast<std::size_t>(c)];
+        const bool box = code == kBox || code == kBoxOnGoal;
+        const bool man = code == kMan || code == kManOnGoal;
+        if (code == kGoal || code == kBoxOnGoal || code == kManOnGoal) {
+            Cell(a.GoalSq, c) = 1;
+            a.NumBoxes += 1;
+        }
+        if (box) {
+            Cell(a.BoxStart, c) = 1;
+            Cell(a.SeaBoard, c) = 2;
+            counts.Boxes += 1;
+            counts.BoxesOnGoals += code == kBoxOnGoal ? 1 : 0;
+        }
+        if (man) {
+            a.ManStart = c;
+            counts.Men += 1;
+        }
+        if (code == kWall) {
+            Cell(a.EmptyBoard, c) = 1;
+            Cell(a.SeaBoard, c) = 1;
+            a.FirstCell = std::min(a.FirstCell, c);
+            a.LastCell = std::max(a.LastCell, c);
+        }
+    }
+    return counts;
+}
+
+// Dead-end corridors become wall, from their ends inwards: a free cell with more than two walls
+// around it, without goal, box or man.
+void FillDeadEnds(BoardArrays& a) {
+    const int from = std::max(a.FirstCell, Maxcol + 1);
+    const int to = std::min(a.LastCell, kCells - Maxcol - 2);
+    bool changed = true;
+    while (changed) {
+        changed = false;
+        for (int c = from; c <= to; ++c) {
+            if (Cell(a.SeaBoard, c) != 0 || Cell(a.GoalSq, c) != 0 || c == a.ManStart) continue;
+            const auto walls = std::count_if(Dir.begin(), Dir.end(), [&](int step) {
+                return Cell(a.EmptyBoard, c + step) != 0;
+            });
+            if (walls <= 2) continue;
+            Cell(a.EmptyBoard, c) = 1;
+            Cell(a.SeaBoard, c) = 1;
+            changed = true;
+        }
+    }
+}
+
+// Marks the region of the man. A region that touches the edge of the grid is open.
+void FillReach(BoardArrays& a) {
+    a.FirstIn = kCells - 1;
+    a.LastIn = 0;
+    a.Enclosed = true;
+    std::vector<int> open = {a.ManStart};
+    Cell(a.ReachSq, a.ManStart) = 255;
+    while (!open.empty()) {
+        const int c = open.back();
+        open.pop_back();
+        const int row = c / Maxcol;
+        const int col = c % Maxcol;
+        if (row == 0 || row == Maxrow - 1 || col == 0 || col == Maxcol - 1) {
+            a.Enclosed = false;
+            return;
+        }
+        a.FirstIn = std::min(a.FirstIn, c);
+        a.LastIn = std::max(a.LastIn, c);
+        for (const int step : Dir) {
+            const int n = c + step;
+            if (Cell(a.EmptyBoard, n) != 0 || Cell(a.ReachSq, n) != 0) continue;
+            Cell(a.ReachSq, n) = 255;
+            open.push_back(n);
+        }
+    }
+}
+
+// Inside cells past 255 do not fit a key byte: number the inside cells instead. False: there are
+// more than a byte can number.
+bool NumberInside(BoardArrays& a) {
+    a.SqCompact = a.LastIn > 255;
+    if (!a.SqCompact) return true;
+    int k = 0;
+    for (int c = a.FirstIn; c <= a.LastIn; ++c) {
+        if (!a.Inside(c)) continue;
+        if (++k > 255) return false;
+        Cell(a.CellToIdx, c) = static_cast<std::uint8_t>(k);
+        a.IdxToCell[static_cast<std::size_t>(k)] = static_cast<std::int16_t>(c);
+    }
+    return true;
+}
+
+// A square stays dead when no pulls on the empty board bring a box there from a goal.
+void MarkLive(BoardArrays& a, int c) {
+    Cell(a.DeadSq, c) = 0;
+    for (const int step : Dir) {
+        const int n = c + step;
+        if (Cell(a.DeadSq, n) == 1 && Cell(a.EmptyBoard, n) == 0 &&
+            Cell(a.EmptyBoard, n + step) == 0)
+            MarkLive(a, n);
+    }
+}
+
+void ComputeDeadSq(BoardArrays& a) {
+    for (int c = 0; c < kCells; ++c) Cell(a.DeadSq, c) = a.Inside(c) ? 1 : 0;
+    for (int c = a.FirstIn; c <= a.LastIn; ++c)
+        if (Cell(a.GoalSq, c) != 0 && Cell(a.DeadSq, c) == 1) MarkLive(a, c);
+}
+
+// Only boxes on goals get the freeze test here; those beside goals are left to the search.
+Result FrozenCheck(BoardArrays& a) {
+    for (int c = a.FirstIn; c <= a.LastIn; ++c) {
+        if (Cell(a.SeaBoard, c) != 2) continue;
+        if (Cell(a.DeadSq, c) == 1) return Result::FrozenBlock;
+        if (Cell(a.GoalSq, c) != 0 && FrozenTest(a, c)) return Result::FrozenBlock;
+    }
+    return Result::Ok;
+}
+
+bool Blocked(BoardArrays& a, int c, int axis, bool& notOnGoal) {
+    if (Cell(a.GoalSq, c) == 0) notOnGoal = true;
+    const int step = Dir[static_cast<std::size_t>(axis)];
+    const int before = c - step;
+    const int after = c + step;
+    const auto wall = [&](int cell) { return BoardArrays::At(a.SeaBoard, cell) == 1; };
+    if (wall(before) || wall(after)) return true;
+    if (BoardArrays::At(a.DeadSq, before) != 0 && BoardArrays::At(a.DeadSq, after) != 0)
+        return true;
+    // While its neighbours are looked at, this box counts as wall.
+    Cell(a.SeaBoard, c) = 1;
+    bool blocked = false;
+    if (Cell(a.SeaBoard, before) == 2)
+        blocked = Blocked(a, before, 1 - axis, notOnGoal);
+    else if (Cell(a.SeaBoard, after) == 2)
+        blocked = Blocked(a, after, 1 - axis, notOnGoal);
+    Cell(a.SeaBoard, c) = 2;
+    return blocked;
+}
+
+}  // namespace
+
+bool FrozenTest(BoardArrays& arrays, int cell) {
+    bool notOnGoal = false;
+    if (!Blocked(arrays, cell, 1, notOnGoal)) return false;
+    if (!Blocked(arrays, cell, 0, notOnGoal)) return false;
+    return notOnGoal;
+}
+
+Result AnalyseBoard(const Board& board, int blocks, BoardArrays& arrays) {
+    arrays = BoardArrays{};
+    const Counts counts = SplitBoard(board, arrays);
+    if (counts.Boxes == 0 || counts.Boxes != arrays.NumBoxes || counts.Men != 1)
+        return Result::StrangeMapping;
+    if (counts.Boxes == counts.BoxesOnGoals) return Result::AlreadySolved;
+    if (arrays.NumBoxes > blocks) return Result::TooManyBoxes;
+    FillDeadEnds(arrays);
+    FillReach(arrays);
+    if (!arrays.Enclosed || !NumberInside(arrays)) return Result::StrangeMapping;
+    ComputeDeadSq(arrays);
+    return FrozenCheck(arrays);
+}
+
+}  // namespace kavit

@@ -1,0 +1,82 @@
+#include "solver/board/grid.h"
+
+#include <algorithm>
+
+namespace kavit {
+
+namespace {
+
+// Fixed pseudo-random words, the same on every machine (splitmix64).
+class WordSource {
+  public:
+    std::uint32_t Next() {
+        state_ += 0x9e3779b97f4a7c15U;
+        std::uint64_t z = state_;
+        z = (z ^ (z >> 30)) * 0xbf58476d1ce4e5b9U;
+        z = (z ^ (z >> 27)) * 0x94d049bb133111ebU;
+        return static_cast<std::uint32_t>((z ^ (z >> 31)) >> 32);
+    }
+
+  private:
+    std::uint64_t state_ = 0x243f6a8885a308d3U;
+};
+
+Grid::Shape SmallestShape(int rows, int cols) {
+    if (cols <= 7) return Grid::Shape::kRows16x8;
+    if (cols <= 15) return rows <= 8 ? Grid::Shape::kRows8x16 : Grid::Shape::kRows16x16;
+    return Grid::Shape::kRows16x32;
+}
+
+int LaneBitsOf(Grid::Shape shape) {
+    switch (shape) {
+        case Grid::Shape::kRows16x8:
+            return 8;
+        case Grid::Shape::kRows8x16:
+        case Grid::Shape::kRows16x16:
+            return 16;
+        case Grid::Shape::kRows16x32:
+            break;
+    }
+    return 32;
+}
+
+}  // namespace
+
+Grid::Grid(const BoardArrays& arrays) {
+    CellToBit.fill(-1);
+    KeyToBit.fill(-1);
+    int minCol = Maxcol;
+    int maxCol = 0;
+    for (int c = arrays.FirstIn; c <= arrays.LastIn; ++c) {
+        if (!arrays.Inside(c)) continue;
+        minCol = std::min(minCol, c % Maxcol);
+        maxCol = std::max(maxCol, c % Maxcol);
+    }
+    const int minRow = arrays.FirstIn / Maxcol;
+    BoardShape = SmallestShape(arrays.LastIn / Maxcol - minRow + 1, maxCol - minCol + 1);
+    LaneBits = LaneBitsOf(BoardShape);
+    Step = {-1, LaneBits, 1, -LaneBits};
+
+    WordSource words;
+    for (int c = 0; c < kCells; ++c) {
+        if (!arrays.Inside(c)) {
+            if (arrays.BoxStart[static_cast<std::size_t>(c)] != 0)
+                StaticCells.push_back(static_cast<std::int16_t>(c));
+            continue;
+        }
+        const int bit = (c / Maxcol - minRow) * LaneBits + c % Maxcol - minCol;
+        const auto at = static_cast<std::size_t>(bit);
+        CellToBit[static_cast<std::size_t>(c)] = static_cast<std::int16_t>(bit);
+        BitToCell[at] = static_cast<std::int16_t>(c);
+        BitToKey[at] = arrays.KeyByte(c);
+        KeyToBit[BitToKey[at]] = static_cast<std::int16_t>(bit);
+        BoxMix[at] = words.Next();
+        ManMix[at] = words.Next();
+        InsideBits.push_back(bit);
+        const bool dead = arrays.DeadSq[static_cast<std::size_t>(c)] != 0;
+        (dead ? DeadBits : LiveBits).push_back(bit);
+        if (arrays.GoalSq[static_cast<std::size_t>(c)] != 0) GoalBits.push_back(bit);
+    }
+}
+
+}  // namespace kavit

@@ -1,0 +1,99 @@
+#include "solver/moves/build_solution.h"
+
+#include <array>
+
+namespace kavit {
+
+namespace {
+
+using Cells = BoardArrays::Cells;
+
+constexpr int kUnreached = 1000;  // no distance on 323 cells comes near
+
+// Walls, and the movable boxes of a position.
+Cells BoardOf(const BoardArrays& arrays, const PositionStore& store, std::int32_t pos) {
+    Cells board = arrays.EmptyBoard;
+    const auto key = store.Key(pos);
+    for (std::size_t i = 0; i + 1 < key.size(); ++i) {
+        const int cell = arrays.KeyCell(key[i]);
+        if (arrays.Inside(cell)) board[static_cast<std::size_t>(cell)] = 2;
+    }
+    return board;
+}
+
+// Distances from the target over free cells; the target holds 1.
+std::array<int, kCells> ManDistances(const Cells& board, int target) {
+    std::array<int, kCells> distance;
+    distance.fill(kUnreached);
+    std::vector<int> queue = {target};
+    distance[static_cast<std::size_t>(target)] = 1;
+    for (std::size_t i = 0; i < queue.size(); ++i) {
+        for (const int step : Dir) {
+            const int n = queue[i] + step;
+            if (BoardArrays::At(board, n) != 0 ||
+                distance[static_cast<std::size_t>(n)] != kUnreached)
+                continue;
+            distance[static_cast<std::size_t>(n)] =
+                distance[static_cast<std::size_t>(queue[i])] + 1;
+            queue.push_back(n);
+        }
+    }
+    return distance;
+}
+
+struct MovedBox {
+    int From = -1;
+    int To = -1;
+};
+
+MovedBox FindMovedBox(const Cells& before, const Cells& after) {
+    MovedBox moved;
+    for (int c = Maxcol + 1; c < kCells; ++c) {
+        const auto at = static_cast<std::size_t>(c);
+        if (before[at] == after[at]) continue;
+        int& end = before[at] == 2 ? moved.From : moved.To;
+        if (end < 0) end = c;
+    }
+    return moved;
+}
+
+[[noreturn]] void BrokenChain() {
+    throw SolverFault("Internal error: the steps of the solution do not follow one another");
+}
+
+int DirectionOf(const MovedBox& moved) {
+    if (moved.From >= 0 && moved.To >= 0)
+        for (int d = 0; d < 4; ++d)
+            if (moved.To - moved.From == Dir[static_cast<std::size_t>(d)]) return d;
+    BrokenChain();
+}
+
+}  // namespace
+
+BuiltSolution BuildSolution(const BoardArrays& arrays, const PositionStore& store,
+                            const std::vector<std::int32_t>& solSteps) {
+    BuiltSolution built;
+    Cells before = BoardOf(arrays, store, 1);
+    int man = arrays.ManStart;
+    for (std::size_t k = 1; k < solSteps.size() && solSteps[k] >= 0; ++k) {
+        const Cells after = BoardOf(arrays, store, solSteps[k]);
+        const MovedBox moved = FindMovedBox(before, after);
+        const int stand = moved.From - Dir[static_cast<std::size_t>(DirectionOf(moved))];
+        if (BoardArrays::At(before, stand) != 0) BrokenChain();
+        std::array<int, kCells> distance = ManDistances(before, stand);
+        distance[static_cast<std::size_t>(moved.From)] = 0;
+        if (distance[static_cast<std::size_t>(man)] == kUnreached) BrokenChain();
+        for (int d = distance[static_cast<std::size_t>(man)] - 1; d >= 0; --d) {
+            std::size_t direction = 0;
+            while (distance[static_cast<std::size_t>(man + Dir[direction])] != d) ++direction;
+            man += Dir[direction];
+            built.SolBuild += (d > 0 ? kWalkLetters : kPushLetters)[direction];
+            built.SolBuildMoves += 1;
+        }
+        built.SolBuildPushes += 1;
+        before = after;
+    }
+    return built;
+}
+
+}  // namespace kavit

@@ -1,0 +1,118 @@
+#include "solver/search/store_pos.h"
+
+#include <string>
+
+#include "solver/search/meeting.h"
+
+namespace kavit {
+
+namespace {
+
+constexpr std::int32_t kProgressEvery = 5000;
+
+void Progress(SearchState& state) {
+    state.ProgressTick = 0;
+    state.Hooks->ShowProgress(state.Counters.BucketCnt);
+    state.Hooks->Yield();
+}
+
+void Duplicate(SearchState& state, const Offer& offer, std::int32_t pos, PosRecord record,
+               std::int32_t parent) {
+    if (pos < state.DuplicateBound || state.OptLevel == OptLevel::None) return;
+    if (offer.Moves >= record.Moves) {
+        state.Counters.PosDiscarded += 1;
+        return;
+    }
+    if (state.OptLevel >= OptLevel::SomethingPlus && record.Parent >= 1) {
+        // The old parent stays marked: the way through it was on some path.
+        PosRecord old = state.Store.Record(record.Parent);
+        if (old.Tag < 10) {
+            old.Tag = static_cast<std::uint8_t>(old.Tag + 10);
+            state.Store.SetRecord(record.Parent, old);
+        }
+    }
+    record.Parent = parent;
+    record.Man = offer.Man;
+    record.Moves = static_cast<std::int16_t>(offer.Moves);
+    state.Store.SetRecord(pos, record);
+    state.Counters.PosChanged += 1;
+}
+
+Result Meet(SearchState& state, const Offer& offer, const std::uint8_t* key, std::int32_t pos,
+            std::int32_t parent, std::uint8_t tag, WalkMeter& walk) {
+    SearchCounters& counters = state.Counters;
+    counters.nSol += 1;
+    if (counters.nSol == 1 && counters.SeaPhase == 1) state.Hooks->ShowMsg(Result::SolutionFound);
+    const PosRecord met = state.Store.Record(pos);
+    MeetingOffer meeting{pos, parent, offer.Moves, tag, 0, 0};
+    // At a solved position there is nothing left to walk to.
+    const bool solved = tag == kForwTag && met.Parent < 1;
+    if (!solved) meeting.Walk = walk.Walk(key, offer.Man, met.Man);
+    if (counters.SeaPhase == 1) meeting.Pushes = counters.ForwDepth + counters.BackDepth;
+    EvalMeeting(state, meeting, walk);
+    if (state.OptLevel >= OptLevel::SomethingMore) MarkPath(state.Store, parent, pos);
+    if (state.OptLevel >= OptLevel::SomethingPlus && counters.SeaPhase == 1)
+        state.MeetParents.push_back(parent);
+    return state.OptLevel > OptLevel::None ? Result::GoOn : Result::Ok;
+}
+
+Result Insert(SearchState& state, const Offer& offer, const std::uint8_t* key, std::int32_t parent,
+              std::uint8_t tag) {
+    SearchCounters& counters = state.Counters;
+    const bool optimizing = counters.SeaPhase == 2;
+    // After a meeting the search only finishes its level.
+    if (counters.nSol >= 1 && !optimizing) return Result::GoOn;
+    if (counters.BucketCnt >= state.Store.NumPos()) return Result::OutOfMemory;
+    counters.BucketCnt += 1;
+    state.ProgressTick += 1;
+    state.LastPos = static_cast<std::int32_t>(counters.BucketCnt);
+    state.Store.Slots()[offer.Slot] =
+        state.Store.Fingerprint(offer.Mix) | static_cast<std::uint32_t>(state.LastPos);
+    const auto stored = static_cast<std::uint8_t>(optimizing ? tag + 10 : tag);
+    state.Store.Append(state.LastPos,
+                       {parent, static_cast<std::int16_t>(offer.Moves), offer.Man, stored}, key);
+    if (state.ProgressTick >= kProgressEvery) Progress(state);
+    return Result::GoOn;
+}
+
+}  // namespace
+
+Result StorePos(SearchState& state, Offer& offer, const std::uint8_t* key, std::int32_t parent,
+                std::uint8_t tag, WalkMeter& walk) {
+    PositionStore& store = state.Store;
+    state.Counters.HashCnt += 1;
+    if (offer.Moves > 32767)
+        throw SolverFault("A position needs " + std::to_string(offer.Moves) +
+                          " man moves; up to 32767 moves can be counted");
+    if (state.Hooks->Stopping()) return Result::Stopped;
+    const std::uint32_t* slots = store.Slots();
+    const std::uint32_t print = store.Fingerprint(offer.Mix);
+    bool held = false;  // by its own side; asked only when the probing goes on past a hit
+    for (;;) {
+        const std::uint32_t slot = slots[offer.Slot];
+        if (slot == 0) break;
+        if (store.Fingerprint(slot) == print) {
+            const auto pos = static_cast<std::int32_t>(slot & store.IndexMask());
+            if (store.HasKey(pos, key)) {
+                const PosRecord record = store.Record(pos);
+                const bool own = record.Tag % 10 == tag;
+                Result result = Result::GoOn;
+                if (own)
+                    Duplicate(state, offer, pos, record, parent);
+                else
+                    result = Meet(state, offer, key, pos, parent, tag, walk);
+                if (!state.SpecialActive) {
+                    state.Counters.RHashCnt += offer.Reprobes;
+                    return result;
+                }
+                held = held || own;
+            }
+        }
+        offer.Slot = store.NextSlot(offer.Slot, offer.Step);
+        ++offer.Reprobes;
+    }
+    state.Counters.RHashCnt += offer.Reprobes;
+    return held ? Result::GoOn : Insert(state, offer, key, parent, tag);
+}
+
+}  // namespace kavit
