@@ -83,7 +83,8 @@ ProgramRun RunSolve(const ProgramSetup& setup) {
     Close(in.Read);
     Close(out.Write);
     Close(err.Write);
-    // Short inputs only: they fit into the pipe.
+    // Short inputs only: they fit into the pipe. The program may have ended without reading them.
+    std::signal(SIGPIPE, SIG_IGN);
     if (write(in.Write, setup.Input.data(), setup.Input.size()) < 0) Close(in.Write);
     if (!setup.HoldInput) Close(in.Write);
 
