@@ -74,7 +74,6 @@ TEST(Messages, WholeCatalogue) {
         const Lines expected = row != texts.end() ? row->second : Lines{unknown.c_str(), ""};
         EXPECT_EQ(Show(lines.Left), Show(expected.first)) << number;
         EXPECT_EQ(Show(lines.Right), Show(expected.second)) << number;
-        EXPECT_EQ(catalogue.LastMsg(), number);
     }
 }
 
@@ -103,36 +102,6 @@ TEST(Messages, ImprovingShowsTheTextOfTheLastBest) {
     EXPECT_EQ(catalogue.ShowMsg(25, v).Left, "Improving moves from  230/99   244/97");
     (void)catalogue.ShowMsg(28, v);
     EXPECT_EQ(catalogue.ShowMsg(25, v).Left, "Improving moves from  100/99");
-}
-
-TEST(Messages, Trace) {
-    MessageCatalogue catalogue;
-    std::string asked;
-    TraceAnswer answer = TraceAnswer::Yes;
-    const auto ask = [&](const std::string& prompt) {
-        asked += prompt + ";";
-        return answer;
-    };
-    const auto trace = [&](int number) { return catalogue.TraceMsg(number, ask); };
-    for (const int number : {0, 4, 5, 151}) EXPECT_EQ(catalogue.SetTrace(number, true), "");
-
-    EXPECT_EQ(trace(3), "");
-    EXPECT_EQ(asked, "");
-    EXPECT_EQ(trace(4), "");  // Yes keeps the flag
-    answer = TraceAnswer::No;
-    EXPECT_EQ(trace(4), "");  // No clears it
-    EXPECT_EQ(trace(4), "");
-    EXPECT_EQ(asked, "Last shown Message: 4;Last shown Message: 4;");
-
-    asked.clear();
-    answer = TraceAnswer::Cancel;  // clears all but 0
-    for (const int number : {5, 5, 151, 0, 0}) EXPECT_EQ(trace(number), "");
-    EXPECT_EQ(asked, "Last shown Message: 5;Last shown Message: 0;Last shown Message: 0;");
-
-    for (const int number : {-1, 152}) {
-        EXPECT_NE(trace(number).find(std::to_string(number)), std::string::npos);
-        EXPECT_NE(catalogue.SetTrace(number, true), "");
-    }
 }
 
 }  // namespace

@@ -20,49 +20,48 @@ Board SmallBoard() {
 }
 
 // Solved by the search alone, one solution, from a file.
-ReportInput Plain() {
-    ReportInput r;
-    r.Level = SmallBoard();
-    r.LevelName = "abc";
-    for (KeptSolution& kept : r.Kept) {
-        kept.SolMoves = 312;
-        kept.SolPushes = 87;
-        kept.SolPhase = 1;
-        kept.SolFoundAt = 4;
-        kept.SolString = "rdL";
-    }
+SolveReport Plain() {
+    SolveReport r;
+    r.Request.Level = SmallBoard();
+    r.Request.LevelName = "abc";
+    KeptSolution kept;
+    kept.SolMoves = 312;
+    kept.SolPushes = 87;
+    kept.SolPhase = 1;
+    kept.SolFoundAt = 4;
+    kept.SolString = "rdL";
+    r.Kept = {kept, kept};
     r.Counters.BucketCnt = 4321;
     r.Counters.PosChanged = 10;
     r.Counters.PosDiscarded = 200;
     r.Counters.nSol = 7;
     r.Counters.SeaPhase = 1;
-    r.NumPos = 4000000;
+    r.Sizes.NumPos = 4000000;
     r.SeaStart = 1000;
     r.LastTick = 1012.348;
     return r;
 }
 
 // The same with all that can be more: two solutions, the optimizer stopped, an expert at work.
-ReportInput Rich() {
-    ReportInput r = Plain();
-    r.BoardMoved = true;
-    r.HideExpert = false;
-    r.OptLevel = 3;
-    r.OptSpecial = true;
-    r.HashCase = 1;
-    r.Kept[1].SolMoves = 298;
-    r.Kept[1].SolPushes = 91;
-    r.Kept[1].SolString = "ULd";
-    r.Kept[1].SolPhase = 2;
-    r.Kept[1].SolFoundAt = 5;
-    r.Kept[0].SolFoundAtSearch = 3;
+SolveReport Rich() {
+    SolveReport r = Plain();
+    r.Request.BoardMoved = true;
+    r.Request.HideExpert = false;
+    r.Request.Options.OptLevel = OptLevel::SomethingPlus;
+    r.Request.Options.OptSpecial = true;
+    r.Request.Options.HashCase = HashCase::Case1;
+    r.Kept[1]->SolMoves = 298;
+    r.Kept[1]->SolPushes = 91;
+    r.Kept[1]->SolString = "ULd";
+    r.Kept[1]->SolPhase = 2;
+    r.Kept[1]->SolFoundAt = 5;
+    r.Kept[0]->SolFoundAtSearch = 3;
     r.Counters.SeaPhase = 2;
     r.Counters.nSolSearch = 20;
     r.Counters.HashCnt = 2147483647;
     r.Counters.RHashCnt = 12;
-    r.Counters.MovesProved = true;
-    r.StopSea = true;
-    r.SeaResult = Result::Stopped;
+    r.MovesProved = true;
+    r.Cause = StopCause::User;
     return r;
 }
 
@@ -98,11 +97,11 @@ TEST(SolutionFile, WholeFiles) {
 }
 
 TEST(SolutionFile, LinesThatDependOnOneThing) {
-    const auto has = [](const ReportInput& r, const std::string& line) {
+    const auto has = [](const SolveReport& r, const std::string& line) {
         return SolutionFileText(r).find(line + "\r\n") != std::string::npos;
     };
-    ReportInput r = Plain();
-    r.HideExpert = false;
+    SolveReport r = Plain();
+    r.Request.HideExpert = false;
     EXPECT_TRUE(has(r, "\\HashCnt:        0"));
     EXPECT_TRUE(has(r, "\\nSol/Step:     4/1"));
     EXPECT_FALSE(has(r, "\\Moves proved:   no"));
@@ -114,19 +113,19 @@ TEST(SolutionFile, LinesThatDependOnOneThing) {
         r.Counters.HashCnt = count;
         EXPECT_TRUE(has(r, std::string("\\HashCnt:        ") + text)) << count;
     }
-    r.Kept[1].SolPhase = 2;
+    r.Kept[1]->SolPhase = 2;
     EXPECT_TRUE(has(r, "\\nSol/Step:     4/1, 4/2"));
-    r.OptLevel = 3;
+    r.Request.Options.OptLevel = OptLevel::SomethingPlus;
     EXPECT_TRUE(has(r, "\\Moves proved:   no"));
 
     r = Plain();
-    r.StopSea = true;
+    r.Fault = "The optimizer met something that can't be";
     EXPECT_TRUE(has(r, "\\Best Solution before "));
-    r.SeaResult = Result::OutOfMemory;
+    r.Cause = StopCause::Memory;
     EXPECT_TRUE(has(r, "\\Best Solution before Out of Memory"));
-    r.TimeOut = true;
+    r.Cause = StopCause::Time;
     EXPECT_TRUE(has(r, "\\Best Solution before TimeOut"));
-    r.BoardImported = true;
+    r.Request.BoardImported = true;
     EXPECT_EQ(SolutionFileText(r).rfind("#####\r\n#+*.\r\n#@$ #\r\n\r\nrdL\r\n", 0), 0U);
 }
 
@@ -136,7 +135,7 @@ TEST(SolutionFile, TextView) {
               "rdL\r\n"
               "\r\n"
               "RESULT:  312/ 87");
-    ReportInput r = Rich();
+    SolveReport r = Rich();
     EXPECT_EQ(SolutionViewText(r),
               "#####\r\n#+*.\r\n#@$ #\r\r\n\r\n"
               "rdL\r\n"
@@ -144,14 +143,14 @@ TEST(SolutionFile, TextView) {
               "\r\n"
               "RESULT:  312/ 87    298/ 91\r\n\r\n"
               "Best Solution before Stopped");
-    r.TimeOut = true;
+    r.Cause = StopCause::Time;
     EXPECT_EQ(SolutionViewText(r).substr(SolutionViewText(r).size() - 8), " TimeOut");
 }
 
 TEST(SolutionFile, EqualMovesCountAsOneSolution) {
-    ReportInput r = Plain();
-    r.Kept[1].SolPushes = 80;
-    r.Kept[1].SolString = "other";
+    SolveReport r = Plain();
+    r.Kept[1]->SolPushes = 80;
+    r.Kept[1]->SolString = "other";
     EXPECT_EQ(SolutionFileText(r), SolutionFileText(Plain()));
     EXPECT_EQ(SolutionViewText(r), SolutionViewText(Plain()));
 }
@@ -161,35 +160,32 @@ TEST(SolutionFile, NameAndChoice) {
     struct Case {
         const char* Level;
         bool HideExpert;
-        int OptLevel;
+        kavit::OptLevel OptLevel;
         bool Special;
-        int HashCase;
+        std::optional<kavit::HashCase> HashCase;
         const char* Base;
     };
     const Case cases[] = {
-        {"", false, 2, true, 1, ""},
-        {"abc", true, 2, true, 1, "abc"},
-        {"abc", false, 0, false, 0, "abc_none"},
-        {"abc", false, 1, false, 0, "abc_some"},
-        {"abc", false, 2, true, 1, "abc_more_sp_1"},
-        {"abc", false, 3, false, 2, "abc_plus_2"},
+        {"", false, OptLevel::SomethingMore, true, HashCase::Case1, ""},
+        {"abc", true, OptLevel::SomethingMore, true, HashCase::Case1, "abc"},
+        {"abc", false, OptLevel::None, false, {}, "abc_none"},
+        {"abc", false, OptLevel::Something, false, HashCase::Default, "abc_some"},
+        {"abc", false, OptLevel::SomethingMore, true, HashCase::Case1, "abc_more_sp_1"},
+        {"abc", false, OptLevel::SomethingPlus, false, HashCase::Case2, "abc_plus_2"},
+        {"abc", false, OptLevel::FewestOfAll, false, HashCase::Mixed, "abc_fewest_3"},
     };
     for (const Case& c : cases) {
-        ReportInput r;
+        SolveRequest r;
         r.LevelName = c.Level;
         r.HideExpert = c.HideExpert;
-        r.OptLevel = c.OptLevel;
-        r.OptSpecial = c.Special;
-        r.HashCase = c.HashCase;
+        r.Options = {.OptLevel = c.OptLevel, .HashCase = c.HashCase, .OptSpecial = c.Special};
         const std::string base = c.Base;
         const std::string name = base.empty() ? "" : base + ".sol";
         EXPECT_EQ(SolutionBaseName(r), base);
-        EXPECT_EQ(ChooseSolutionName(r), (SolutionName{Kind::Ask, name}));
-        r.chkWriteSol = true;
-        EXPECT_EQ(ChooseSolutionName(r),
+        EXPECT_EQ(ChooseSolutionName(r, false, false), (SolutionName{Kind::Ask, name}));
+        EXPECT_EQ(ChooseSolutionName(r, false, true),
                   (SolutionName{name.empty() ? Kind::Ask : Kind::Write, name}));
-        r.chkNoWriteSol = true;
-        EXPECT_EQ(ChooseSolutionName(r), (SolutionName{Kind::None, ""}));
+        EXPECT_EQ(ChooseSolutionName(r, true, true), (SolutionName{Kind::None, ""}));
     }
 }
 

@@ -1,8 +1,9 @@
 #include <gtest/gtest.h>
 
+#include "level/replay.h"
 #include "output/dumps.h"
-#include "output/messages.h"
 #include "output/solution_file.h"
+#include "output/solve_session.h"
 #include "support/levels.h"
 #include "support/temp_folder.h"
 
@@ -12,54 +13,111 @@ namespace {
 
 using test::BoardOf;
 
-// Shows each message as it comes, as both fronts do.
-struct Front : SolverHooks {
-    const Solver* Solving = nullptr;
-    MessageCatalogue Catalogue;
+// Shows each message as it comes, as both fronts do; asks for an end at the n-th of a kind.
+struct Front : SolveObserver {
+    SolveSession* Session = nullptr;
+    Result StopAt = Result::Ok;
+    int Times = 0;
     std::string Shown;
 
-    void ShowMsg(Result message) override {
-        MessageValues values;
-        ReadValues(values, *Solving, *this);
-        const MessageLines lines = Catalogue.ShowMsg(message, values);
+    void ShowMsg(Result message, const MessageLines& lines) override {
         Shown += lines.Left.value_or("-") + " | " + lines.Right.value_or("-") + "\n";
+        if (message == StopAt && --Times == 0) {
+            EXPECT_TRUE(Session->RequestStop());
+        }
     }
 };
 
 struct Solve {
-    explicit Solve(Board board, OptLevel optLevel = OptLevel::Something) : Level(board) {
-        EXPECT_TRUE(Engine.ApplySizes({1000, 8, 300}).Ok);
-        Hooks.Solving = &Engine;
-        EXPECT_EQ(Engine.AnalyseBoard(Level, {.OptLevel = optLevel}), Result::Ok);
-        EXPECT_EQ(Engine.Search(Hooks), Result::Ok);
-        Engine.BuildSolutions();
+    explicit Solve(const Board& board, OptLevel optLevel = OptLevel::Something,
+                   Result stopAt = Result::Ok, int times = 1)
+        : Session(Engine) {
+        EXPECT_TRUE(Engine.ApplySizes({20000, 8, 300}).Ok);
+        View.Session = &Session;
+        View.StopAt = stopAt;
+        View.Times = times;
+        Report = Session.Run(
+            {.Level = board, .Options = {.OptLevel = optLevel}, .HideExpert = false}, View);
     }
-    Board Level;
     Solver Engine;
-    Front Hooks;
+    SolveSession Session;
+    Front View;
+    SolveReport Report;
 };
 
 TEST(SolvedTexts, MessagesAndReport) {
-    Solve solve(BoardOf("#######\n#@$  .#\n#######\n"));
-    solve.Hooks.ShowMsg(Result::Solution);
-    const std::string& shown = solve.Hooks.Shown;
+    const Solve solve(BoardOf("#######\n#@$  .#\n#######\n"));
+    const std::string& shown = solve.View.Shown;
     EXPECT_EQ(shown.rfind("Solver is now thinking very hard... | Analyzed up to  0 pushes\n", 0),
               0U);
     EXPECT_NE(shown.find("Solution found in 3 pushes | \n"
                          "Best solution  3/3 | on  1 analyzed so far\n"),
               std::string::npos)
         << shown;
-    EXPECT_NE(shown.find("Solution:  3/3 | on  1 analyzed\n"), std::string::npos) << shown;
-
-    ReportInput report;
-    ReadSolver(report, solve.Engine);
-    report.HideExpert = false;
-    EXPECT_EQ(report.NumPos, 1000);
+    const SolveReport& report = solve.Report;
+    EXPECT_EQ(report.Lines, (MessageLines{"Solution:  3/3", "on  1 analyzed"}));
+    EXPECT_EQ(report.Sizes.NumPos, 20000);
     const std::string file = SolutionFileText(report);
     EXPECT_EQ(file.rfind("RRR\r\nRRR\r\n\r\n\\RESULT:         3/3\r\n", 0), 0U) << file;
     EXPECT_NE(file.find("\\nSol/Step:     1/1\r\n\\Best Solution between 1 analyzed\r\n"),
               std::string::npos)
         << file;
+}
+
+// Wherever a solve is stopped, what was found until then is there and nothing more is claimed.
+TEST(SolvedTexts, AStopKeepsWhatIsKnown) {
+    const Board board = test::BoardOfFile(KAVIT_EXAMPLES_FOLDER "/04-warehouse.xsb");
+    constexpr auto kPlus = OptLevel::SomethingPlus;
+    const Solve whole(board, kPlus);
+    const std::int64_t pushes = whole.Report.Kept[1]->SolPushes;
+    EXPECT_EQ(whole.Report.PushesLowerBound, pushes);
+    EXPECT_TRUE(whole.Report.PushesProved && whole.Report.MovesProved);
+    struct Case {
+        OptLevel Level;
+        Result StopAt;
+        int Times;
+        int Code;
+        int LastMsg;
+        std::int64_t Bound;
+        const char* Left;
+    };
+    const Case cases[] = {
+        {kPlus, Result::Ok, 1, 0, 29, pushes, "Best solution"},
+        {kPlus, Result::Thinking, 1, 8, 8, 1, "Interrupted by user !"},
+        {kPlus, Result::Thinking, 6, 8, 8, 6, "Interrupted by user !"},
+        {OptLevel::Something, Result::SolutionFound, 1, 8, 88, pushes, "Interrupted by user but"},
+        {OptLevel::Something, Result::BestSoFar, 1, 8, 88, pushes, "Interrupted by user but"},
+        {kPlus, Result::BestSoFar, 1, 8, 88, pushes, "Interrupted by user but"},
+        {kPlus, Result::ImprovingMoves, 1, 0, 88, pushes, "Interrupted by user but"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::to_string(static_cast<int>(c.StopAt)) + " x " + std::to_string(c.Times));
+        Solve solve(board, c.Level, c.StopAt, c.Times);
+        const SolveReport& report = solve.Report;
+        EXPECT_EQ(static_cast<int>(report.Code), c.Code);
+        EXPECT_EQ(static_cast<int>(report.LastMsg), c.LastMsg);
+        EXPECT_EQ(report.Lines.Left.value_or("").rfind(c.Left, 0), 0U) << *report.Lines.Left;
+        EXPECT_EQ(report.Cause, c.StopAt == Result::Ok ? StopCause::No : StopCause::User);
+        EXPECT_EQ(report.PushesLowerBound, c.Bound);
+        ASSERT_EQ(report.HasSolution(), c.LastMsg != 8);
+        EXPECT_EQ(report.PushesProved, report.HasSolution());
+        EXPECT_EQ(report.MovesProved, c.LastMsg == 29);
+        if (report.HasSolution()) {
+            EXPECT_EQ(report.Kept[1]->SolPushes, pushes);
+            const ReplayOutcome played = Replay(board, report.Kept[0]->SolString);
+            EXPECT_TRUE(played.Solved);
+            EXPECT_EQ(SolutionFileText(report).find("\\Best Solution before Stopped\r\n") !=
+                          std::string::npos,
+                      c.LastMsg == 88);
+        }
+        // Asked once, it ends every run until it is taken back.
+        if (c.StopAt == Result::Ok) continue;
+        EXPECT_FALSE(solve.Session.RequestStop());
+        const SolveRequest again{.Level = board};
+        EXPECT_EQ(solve.Session.Run(again, solve.View).Code, Result::Stopped);
+        solve.Session.ForgetStop();
+        EXPECT_EQ(solve.Session.Run(again, solve.View).Code, Result::Ok);
+    }
 }
 
 TEST(SolvedTexts, Dumps) {

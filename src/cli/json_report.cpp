@@ -10,20 +10,18 @@ using Json = nlohmann::ordered_json;
 
 // A value of each kept solution; null where nothing is kept.
 template <typename Field>
-Json OfBoth(const LevelReport& report, Field KeptSolution::*field) {
+Json OfBoth(const SolveReport& solve, Field KeptSolution::*field) {
     Json values = Json::array();
-    for (const KeptSolution& kept : report.Solve.Kept) {
-        values.push_back(report.Solved() ? Json(kept.*field) : Json());
-    }
+    for (const auto& kept : solve.Kept) values.push_back(kept ? Json(*kept.*field) : Json());
     return values;
 }
 
-void AddSolutions(Json& object, const LevelReport& report) {
-    object["SolMoves"] = OfBoth(report, &KeptSolution::SolMoves);
-    object["SolPushes"] = OfBoth(report, &KeptSolution::SolPushes);
-    object["SolFoundAt"] = OfBoth(report, &KeptSolution::SolFoundAt);
-    object["SolPhase"] = OfBoth(report, &KeptSolution::SolPhase);
-    object["SolString"] = OfBoth(report, &KeptSolution::SolString);
+void AddSolutions(Json& object, const SolveReport& solve) {
+    object["SolMoves"] = OfBoth(solve, &KeptSolution::SolMoves);
+    object["SolPushes"] = OfBoth(solve, &KeptSolution::SolPushes);
+    object["SolFoundAt"] = OfBoth(solve, &KeptSolution::SolFoundAt);
+    object["SolPhase"] = OfBoth(solve, &KeptSolution::SolPhase);
+    object["SolString"] = OfBoth(solve, &KeptSolution::SolString);
 }
 
 void AddCounters(Json& object, const SearchCounters& counters) {
@@ -44,26 +42,32 @@ void AddCounters(Json& object, const SearchCounters& counters) {
     object["passSeconds"] = counters.PassSeconds;
     object["proofSeconds"] = counters.ProofSeconds;
     object["bytesPerPosition"] = counters.BytesPerPosition;
-    object["movesProved"] = counters.MovesProved;
 }
 
 }  // namespace
 
+// The words for the result: of a solved level those of message 30, whatever the optimizer said.
+std::string Message(const SolveReport& solve) {
+    if (!solve.Fault.empty()) return solve.Fault;
+    if (solve.Code != Result::Ok) return solve.Lines.Left.value_or("");
+    return MessageCatalogue().ShowMsg(Result::Solution, ReadValues(solve)).Left.value_or("");
+}
+
 std::string JsonLine(const LevelReport& report) {
+    const SolveReport& solve = report.Solve;
+    const bool fault = !solve.Fault.empty();
     Json object;
     object["level"] = report.Name;
-    if (report.Fault.empty()) {
-        object["result"] = static_cast<int>(report.Code);
-        object["message"] = report.Solved() ? report.SolvedMessage : report.Lines.Left.value_or("");
-        object["LastMsg"] = static_cast<int>(report.LastMsg);
-    } else {
-        object["result"] = nullptr;
-        object["message"] = report.Fault;
-        object["LastMsg"] = nullptr;
-    }
-    AddSolutions(object, report);
-    AddCounters(object, report.Solve.Counters);
-    if (!report.Fault.empty()) object["fault"] = report.Fault;
+    object["result"] = fault ? Json() : Json(static_cast<int>(solve.Code));
+    object["message"] = Message(solve);
+    object["LastMsg"] = fault ? Json() : Json(static_cast<int>(solve.LastMsg));
+    AddSolutions(object, solve);
+    AddCounters(object, solve.Counters);
+    object["pushesProved"] = solve.PushesProved;
+    object["movesProved"] = solve.MovesProved;
+    if (solve.Code != Result::Ok && solve.PushesLowerBound)
+        object["lowerBound"] = *solve.PushesLowerBound;
+    if (fault) object["fault"] = solve.Fault;
     if (!report.Reason.empty()) object["reason"] = report.Reason;
     if (!report.SolFile.empty()) object["solFile"] = report.SolFile;
     if (!report.SolError.empty()) object["solError"] = report.SolError;

@@ -1,6 +1,5 @@
 #include "cli/level_list.h"
 
-#include <cstdio>
 #include <filesystem>
 #include <system_error>
 
@@ -50,21 +49,6 @@ std::string LevelNameOf(const LevelSource& source) {
     if (source.Origin == LevelSource::Kind::StandardInput) return "standard-input";
     const std::string name = LevelNameOf(fs::path(source.Name).filename().string());
     return name.empty() ? "level" : name;
-}
-
-std::string ShownName(std::string_view name) {
-    std::string shown;
-    for (const char c : name) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte >= 0x20 && byte != 0x7f) {
-            shown += c;
-            continue;
-        }
-        char number[8];
-        std::snprintf(number, sizeof number, "\\x%02x", static_cast<unsigned>(byte));
-        shown += number;
-    }
-    return shown;
 }
 
 }  // namespace kavit

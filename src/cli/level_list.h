@@ -1,7 +1,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace kavit {
@@ -23,8 +22,5 @@ struct LevelSource {
 
 // The level's name in file names: the last part of the path, up to its first ".".
 [[nodiscard]] std::string LevelNameOf(const LevelSource& source);
-
-// A name fit for a line of text: control characters are shown by their number, as in "\x0a".
-[[nodiscard]] std::string ShownName(std::string_view name);
 
 }  // namespace kavit

@@ -14,6 +14,7 @@ namespace kavit {
 namespace {
 
 constexpr std::int64_t kBarWidth = 24;
+constexpr double kFirstSeconds = 0.2;
 constexpr std::string_view kEraseLine = "\r\x1b[K";
 
 void WriteError(std::string_view text) {
@@ -31,32 +32,26 @@ std::size_t RoomInLine() {
 
 }  // namespace
 
-std::string ProgressLine(const SearchCounters& counters, std::int64_t numPos, double seconds) {
-    const std::int64_t filled =
-        std::clamp<std::int64_t>(kBarWidth * counters.BucketCnt / numPos, 0, kBarWidth);
+std::string ProgressLine(const SolveProgress& progress) {
+    const std::int64_t filled = std::clamp<std::int64_t>(
+        kBarWidth * progress.Positions / std::max<std::int64_t>(progress.NumPos, 1), 0, kBarWidth);
     std::string line = "[" + std::string(static_cast<std::size_t>(filled), '#') +
                        std::string(static_cast<std::size_t>(kBarWidth - filled), '.') + "] ";
-    line += B(counters.BucketCnt) + " positions, level ";
-    // The optimizer works on a level of either side at a time.
-    line += counters.SeaPhase > 1 ? B(counters.ForwLevel) + "+" + B(counters.BackLevel)
-                                  : B(counters.SeaSteps);
-    return line + ", " + B(static_cast<std::int64_t>(seconds)) + " s";
+    return line + B(progress.Positions) + " positions, layer " + B(progress.ForwLayers) + "+" +
+           B(progress.BackLayers) + ", " + B(static_cast<std::int64_t>(progress.Seconds)) + " s";
 }
 
-Progress::Progress() : wanted_(isatty(STDERR_FILENO) == 1) {}
+ProgressBar::ProgressBar() : wanted_(isatty(STDERR_FILENO) == 1) {}
 
-void Progress::Show(const SearchCounters& counters, std::int64_t numPos, double now) {
-    if (!wanted_ || now < next_) return;
-    next_ = now + kEverySeconds;
+void ProgressBar::ShowProgress(const SolveProgress& progress) {
+    if (!wanted_ || progress.Seconds < kFirstSeconds) return;
     shown_ = true;
-    const std::string line = ProgressLine(counters, numPos, now);
-    WriteError(std::string(kEraseLine) + line.substr(0, RoomInLine()));
+    WriteError(std::string(kEraseLine) + ProgressLine(progress).substr(0, RoomInLine()));
 }
 
-void Progress::Clear() {
+void ProgressBar::Clear() {
     if (shown_) WriteError(kEraseLine);
     shown_ = false;
-    next_ = kFirstSeconds;
 }
 
 }  // namespace kavit

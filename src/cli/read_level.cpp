@@ -6,6 +6,7 @@
 
 #include "cli/complain.h"
 #include "cli/standard_streams.h"
+#include "output/shown_text.h"
 
 namespace kavit {
 
@@ -43,16 +44,16 @@ class InvalidChars {
     std::string question_;
 };
 
-ReadReply ReadFrom(const LevelSource& source, const std::atomic<bool>& interrupted, Board& board,
+ReadReply ReadFrom(const LevelSource& source, const SolveSession& session, Board& board,
                    const AskInvalidChar& ask) {
     switch (source.Origin) {
         case LevelSource::Kind::NoLevel:
             break;
         case LevelSource::Kind::StandardInput: {
-            InputBuffer buffer(interrupted);
+            InputBuffer buffer(session);
             std::istream input(&buffer);
             const ReadReply reply = ReadLevelStream(input, board, ask);
-            return interrupted ? ReadReply{Result::Stopped, false, {}, ""} : reply;
+            return session.StopRequested() ? ReadReply{Result::Stopped, false, {}, ""} : reply;
         }
         case LevelSource::Kind::File:
             return ReadLevelFile(source.Name, board, ask);
@@ -72,12 +73,12 @@ void TellOfDroppedRows(const std::string& level, const ReadReply& reply) {
 
 }  // namespace
 
-ReadReply ReadLevel(const LevelSource& source, bool strict, const std::atomic<bool>& interrupted,
+ReadReply ReadLevel(const LevelSource& source, bool strict, const SolveSession& session,
                     Board& board) {
-    InvalidChars invalid(ShownName(source.Name), strict);
-    ReadReply reply = ReadFrom(source, interrupted, board,
-                               [&](const InvalidChar& met) { return invalid.Ask(met); });
-    TellOfDroppedRows(ShownName(source.Name), reply);
+    InvalidChars invalid(ShownText(source.Name), strict);
+    ReadReply reply =
+        ReadFrom(source, session, board, [&](const InvalidChar& met) { return invalid.Ask(met); });
+    TellOfDroppedRows(ShownText(source.Name), reply);
     if (reply.Loaded()) return reply;
     if (reply.Cancelled) {
         // The catalogue has no words for it: the window ends the whole program here.

@@ -1,28 +1,24 @@
 #include "cli/signals.h"
 
+#include <atomic>
 #include <csignal>
 
 namespace kavit {
 
 namespace {
 
-// All that a signal handler can reach; nothing else of the program is global. They point into the
-// command that runs, and to nothing when none does.
-std::atomic<std::atomic<bool>*> interruptedFlag{nullptr};
-std::atomic<SolverHooks*> solverHooks{nullptr};
+// All that a signal handler can reach; nothing else of the program is global. It points to the
+// session that runs, and to nothing when none does.
+std::atomic<SolveSession*> session{nullptr};
 
-static_assert(std::atomic<bool>::is_always_lock_free);
-static_assert(std::atomic<SolverHooks*>::is_always_lock_free);
+static_assert(std::atomic<SolveSession*>::is_always_lock_free);
 
 extern "C" void OnSignal(int number) {
-    std::atomic<bool>* const interrupted = interruptedFlag;
-    SolverHooks* const hooks = solverHooks;
-    if (interrupted == nullptr || hooks == nullptr || interrupted->exchange(true)) {
+    SolveSession* const running = session;
+    if (running == nullptr || !running->RequestStop()) {
         std::signal(number, SIG_DFL);
         std::raise(number);  // takes effect when the handler returns
-        return;
     }
-    hooks->RequestStop(StopCause::User);
 }
 
 void Install(void (*handler)(int)) {
@@ -35,17 +31,15 @@ void Install(void (*handler)(int)) {
 
 }  // namespace
 
-SignalGuard::SignalGuard(std::atomic<bool>& interrupted, SolverHooks& hooks) {
-    interruptedFlag = &interrupted;
-    solverHooks = &hooks;
+SignalGuard::SignalGuard(SolveSession& toStop) {
+    session = &toStop;
     std::signal(SIGPIPE, SIG_IGN);
     Install(OnSignal);
 }
 
 SignalGuard::~SignalGuard() {
     Install(SIG_DFL);
-    interruptedFlag = nullptr;
-    solverHooks = nullptr;
+    session = nullptr;
 }
 
 SignalHold::SignalHold(bool wanted) {

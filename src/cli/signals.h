@@ -1,21 +1,19 @@
 #pragma once
 
-#include <atomic>
 #include <csignal>
 
-#include "solver/hooks.h"
+#include "output/solve_session.h"
 
 namespace kavit {
 
-// While it lives, the first SIGINT or SIGTERM sets a flag and stops the solver, and the program
-// ends in its own time, with what it knows; the second one ends it at once, with the status of a
-// program that the signal killed. SIGPIPE is ignored: a reader that went away shows as a failed
-// write.
+// While it lives, the first SIGINT or SIGTERM stops the session and the program ends in its own
+// time, with what it knows; the second one ends it at once, with the status of a program that the
+// signal killed. SIGPIPE is ignored: a reader that went away shows as a failed write.
 //
 // A blocked read is not restarted, so that a program that waits for its input can end too.
 class SignalGuard {
   public:
-    SignalGuard(std::atomic<bool>& interrupted, SolverHooks& hooks);
+    explicit SignalGuard(SolveSession& toStop);
     ~SignalGuard();
     SignalGuard(const SignalGuard&) = delete;
     SignalGuard& operator=(const SignalGuard&) = delete;

@@ -6,6 +6,8 @@
 
 #include "cli/signals.h"
 #include "output/atomic_file.h"
+#include "output/shown_text.h"
+#include "output/solution_file.h"
 
 namespace kavit {
 
@@ -21,7 +23,7 @@ SolTarget::SolTarget(std::string target, const std::vector<LevelSource>& levels)
 std::string SolTarget::Wrong() const {
     std::error_code unknown;
     if (folder_ && fs::exists(target_, unknown) && !fs::is_directory(target_, unknown)) {
-        return ShownName(target_) + " is no folder, which several levels need";
+        return ShownText(target_) + " is no folder, which several levels need";
     }
     return "";
 }
@@ -35,14 +37,14 @@ bool SolTarget::IsLevel(const fs::path& path) const {
 }
 
 std::string SolTarget::WriteTo(const fs::path& path, const LevelReport& report) {
-    const std::string shown = ShownName(path.string());
+    const std::string shown = ShownText(path.string());
     if (IsLevel(path)) return shown + ": this is a level file, it stays as it is";
     const auto [earlier, isNew] = written_.try_emplace(path, report.Name);
-    if (!isNew) return shown + ": holds the solution of " + ShownName(earlier->second) + " already";
+    if (!isNew) return shown + ": holds the solution of " + ShownText(earlier->second) + " already";
     if (folder_) {
         std::error_code failed;
         fs::create_directories(path.parent_path(), failed);
-        if (failed) return ShownName(path.parent_path().string()) + ": " + failed.message();
+        if (failed) return ShownText(path.parent_path().string()) + ": " + failed.message();
     }
     const SignalHold hold;  // an end in between would leave the temporary file behind
     return WriteWholeFile(path, SolutionFileText(report.Solve));
@@ -50,7 +52,7 @@ std::string SolTarget::WriteTo(const fs::path& path, const LevelReport& report) 
 
 void SolTarget::Write(LevelReport& report) {
     fs::path path = target_;
-    if (folder_) path /= SolutionBaseName(report.Solve) + ".sol";
+    if (folder_) path /= SolutionBaseName(report.Solve.Request) + ".sol";
     report.SolError = WriteTo(path, report);
     if (report.SolError.empty()) report.SolFile = path.string();
 }

@@ -7,13 +7,14 @@
 #include "cli/level_list.h"
 #include "cli/level_report.h"
 #include "cli/options.h"
+#include "cli/progress.h"
 #include "cli/sol_target.h"
-#include "cli/solve_hooks.h"
 #include "cli/standard_streams.h"
+#include "output/solve_session.h"
 
 namespace kavit {
 
-// The road of every level from its file to its answer: read, analyse, search, optimize, write down.
+// The road of every level from its file to its answer: read, solve, write down.
 // One solver serves all levels, so that the store is made once.
 class SolveCommand {
   public:
@@ -24,9 +25,6 @@ class SolveCommand {
   private:
     [[nodiscard]] bool ApplyOptions(ExitStatus& status);
     [[nodiscard]] LevelReport SolveLevel(const LevelSource& source);
-    void Solve(LevelReport& report);
-    void Optimize(LevelReport& report);
-    void ShowResult(LevelReport& report, Result number) const;
     void Dump(LevelReport& report) const;
     void Publish(const LevelReport& report);
     void TakeStatus(ExitStatus status);
@@ -34,7 +32,8 @@ class SolveCommand {
     const Options& options_;
     std::vector<LevelSource> levels_;
     Solver solver_;
-    SolveHooks hooks_;
+    SolveSession session_;
+    ProgressBar progress_;
     SolTarget target_;
     AnswerStream answers_;
     ExitStatus status_ = ExitStatus::Solved;

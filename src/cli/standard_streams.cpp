@@ -44,7 +44,7 @@ std::string AnswerStream::Reason() const {
 }
 
 InputBuffer::int_type InputBuffer::underflow() {
-    while (!interrupted_) {
+    while (!session_.StopRequested()) {
         const ssize_t count = read(STDIN_FILENO, buffer_.data(), buffer_.size());
         if (count > 0) {
             setg(buffer_.data(), buffer_.data(), buffer_.data() + count);

@@ -1,10 +1,11 @@
 #pragma once
 
 #include <array>
-#include <atomic>
 #include <streambuf>
 #include <string>
 #include <string_view>
+
+#include "output/solve_session.h"
 
 namespace kavit {
 
@@ -30,16 +31,16 @@ class AnswerStream {
     int error_ = 0;
 };
 
-// Standard input, which ends early when `interrupted` was set by a signal.
+// Standard input, which ends early when the session was asked to stop.
 class InputBuffer : public std::streambuf {
   public:
-    explicit InputBuffer(const std::atomic<bool>& interrupted) : interrupted_(interrupted) {}
+    explicit InputBuffer(const SolveSession& session) : session_(session) {}
 
   protected:
     int_type underflow() override;
 
   private:
-    const std::atomic<bool>& interrupted_;
+    const SolveSession& session_;
     std::array<char, 4096> buffer_{};
 };
 

@@ -1,23 +1,38 @@
 #include "output/messages.h"
-#include "solver/hooks.h"
+#include "output/solve_report.h"
 #include "solver/solver.h"
 
 namespace kavit {
 
-void ReadValues(MessageValues& values, const Solver& solver, const SolverHooks& hooks) {
-    const SearchCounters& counters = solver.Counters();
-    values.Blocks = solver.AppliedSizes().Blocks;
+namespace {
+
+using Kept = std::optional<KeptSolution>;
+
+MessageValues ValuesOf(const Sizes& sizes, const SearchCounters& counters, const Kept& fewestMoves,
+                       const Kept& fewestPushes, StopCause cause) {
+    MessageValues values;
+    values.Blocks = sizes.Blocks;
     values.SeaSteps = counters.SeaSteps;
-    for (int k = 0; k < 2; ++k) {
-        constexpr int kUnknown = 32767;  // what the texts show where nothing is kept
-        const auto& kept = solver.Kept(k);
-        values.SolMoves[static_cast<std::size_t>(k)] = kept ? kept->SolMoves : kUnknown;
-        values.SolPushes[static_cast<std::size_t>(k)] = kept ? kept->SolPushes : kUnknown;
+    if (fewestMoves && fewestPushes) {  // no text shows them where nothing is kept
+        values.SolMoves = {fewestMoves->SolMoves, fewestPushes->SolMoves};
+        values.SolPushes = {fewestMoves->SolPushes, fewestPushes->SolPushes};
     }
     values.nSol = counters.nSol;
     values.ForwLevel = counters.ForwLevel;
     values.BackLevel = counters.BackLevel;
-    values.TimeOut = hooks.StopSea == StopCause::Time;
+    values.TimeOut = cause == StopCause::Time;
+    return values;
+}
+
+}  // namespace
+
+MessageValues ReadValues(const Solver& solver, StopCause cause) {
+    return ValuesOf(solver.AppliedSizes(), solver.Counters(), solver.Kept(0), solver.Kept(1),
+                    cause);
+}
+
+MessageValues ReadValues(const SolveReport& report) {
+    return ValuesOf(report.Sizes, report.Counters, report.Kept[0], report.Kept[1], report.Cause);
 }
 
 }  // namespace kavit

@@ -64,7 +64,6 @@ std::string PairText(const MessageValues& values, std::string_view separator) {
 }
 
 MessageLines MessageCatalogue::ShowMsg(int number, const MessageValues& v) {
-    lastMsg_ = number;
     const char* const ended = v.TimeOut ? "Time Out" : "Interrupted by user";
     switch (number) {
         case 1:
@@ -102,32 +101,6 @@ MessageLines MessageCatalogue::ShowMsg(int number, const MessageValues& v) {
         if (row.Number == number) return {Line(row.Left), Line(row.Right)};
     }
     return {"Unknown message " + S(number), ""};
-}
-
-std::string MessageCatalogue::SetTrace(int number, bool on) {
-    if (number < 0 || number >= kTraceFlags) {
-        return "Message" + S(number) + " has no trace flag; the flags go from 0 to " +
-               B(kTraceFlags - 1);
-    }
-    msgTrace_[static_cast<std::size_t>(number)] = on ? 1 : 0;
-    return "";
-}
-
-std::string MessageCatalogue::TraceMsg(
-    int number, const std::function<TraceAnswer(const std::string& prompt)>& ask) {
-    if (number < 0 || number >= kTraceFlags) return SetTrace(number, false);
-    if (msgTrace_[static_cast<std::size_t>(number)] != 1) return "";
-    switch (ask("Last shown Message:" + S(number))) {
-        case TraceAnswer::Yes:
-            break;
-        case TraceAnswer::No:
-            msgTrace_[static_cast<std::size_t>(number)] = 0;
-            break;
-        case TraceAnswer::Cancel:  // "enough of this": every number but that of the cleared display
-            for (std::size_t i = 1; i < msgTrace_.size(); ++i) msgTrace_[i] = 0;
-            break;
-    }
-    return "";
 }
 
 }  // namespace kavit

@@ -2,21 +2,21 @@
 
 #include <array>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "level/result.h"
+#include "solver/types.h"
 
 // The catalogue of status messages. Every outcome of the program is a message number; the two
 // status lines of that number are fixed words around the values of a few counters.
 namespace kavit {
 
 class Solver;
-class SolverHooks;
+struct SolveReport;
 
-// What the texts are made of. ReadValues fills all but the animation's counts from a solver.
+// What the texts are made of.
 struct MessageValues {
     std::int64_t Blocks = 0;
     std::int64_t SeaSteps = 0;
@@ -30,8 +30,9 @@ struct MessageValues {
     bool TimeOut = false;
 };
 
-// May be called from inside a hook of that solver.
-void ReadValues(MessageValues& values, const Solver& solver, const SolverHooks& hooks);
+// All but the animation's counts: of a solver, also from inside one of its hooks, and of a report.
+[[nodiscard]] MessageValues ReadValues(const Solver& solver, StopCause cause);
+[[nodiscard]] MessageValues ReadValues(const SolveReport& report);
 
 // The texts of one message. A line without a value stays as it is on the screen; "" clears it.
 struct MessageLines {
@@ -45,8 +46,6 @@ struct MessageLines {
 // Two solutions of equal moves show as one, whatever their pushes.
 [[nodiscard]] std::string PairText(const MessageValues& values, std::string_view separator);
 
-enum class TraceAnswer { Yes, No, Cancel };
-
 class MessageCatalogue {
   public:
     // The texts of any number; message 28 rebuilds BestSolText on the way, which message 25 shows
@@ -56,21 +55,8 @@ class MessageCatalogue {
         return ShowMsg(static_cast<int>(number), values);
     }
 
-    [[nodiscard]] int LastMsg() const { return lastMsg_; }
-    [[nodiscard]] const std::string& BestSolText() const { return bestSolText_; }
-
-    // A developer's aid: numbers whose flag is set ask before the program goes on. Both calls
-    // return "" or, for a number without a flag, a sentence that says so.
-    [[nodiscard]] std::string SetTrace(int number, bool on);
-    [[nodiscard]] std::string TraceMsg(
-        int number, const std::function<TraceAnswer(const std::string& prompt)>& ask);
-
   private:
-    static constexpr int kTraceFlags = 152;
-
     std::string bestSolText_;
-    int lastMsg_ = 0;
-    std::array<std::uint8_t, kTraceFlags> msgTrace_{};
 };
 
 }  // namespace kavit

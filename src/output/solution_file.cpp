@@ -12,18 +12,13 @@ namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
 
-// Solution 1 is worth a word of its own only when its moves differ.
-bool HasTwoSolutions(const ReportInput& r) {
-    return r.Kept[0].SolMoves != r.Kept[1].SolMoves;
-}
-
 std::string Line(std::string_view label, const std::string& value) {
     return std::string(label) + value + std::string(kLineEnd);
 }
 
-std::string ResultLine(const ReportInput& r) {
-    std::string pairs = B(r.Kept[0].SolMoves) + "/" + B(r.Kept[0].SolPushes);
-    if (HasTwoSolutions(r)) pairs += "  " + S(r.Kept[1].SolMoves) + "/" + B(r.Kept[1].SolPushes);
+std::string ResultLine(const SolveReport& r) {
+    std::string pairs = B(r.Kept[0]->SolMoves) + "/" + B(r.Kept[0]->SolPushes);
+    if (r.HasTwoSolutions()) pairs += "  " + S(r.Kept[1]->SolMoves) + "/" + B(r.Kept[1]->SolPushes);
     return Line("\\RESULT:         ", pairs);
 }
 
@@ -36,91 +31,103 @@ std::string HashCount(std::int64_t count) {
 }
 
 // Which solution of which phase each kept one was.
-std::string FoundAt(const ReportInput& r) {
+std::string FoundAt(const SolveReport& r) {
     if (r.Counters.SeaPhase < 2) {
         const auto found = [&](std::size_t k) {
-            return B(r.Kept[k].SolFoundAt) + "/" + B(r.Kept[k].SolPhase);
+            return B(r.Kept[k]->SolFoundAt) + "/" + B(r.Kept[k]->SolPhase);
         };
-        return found(0) + (r.Kept[0].SolPhase != r.Kept[1].SolPhase ? ", " + found(1) : "");
+        return found(0) + (r.Kept[0]->SolPhase != r.Kept[1]->SolPhase ? ", " + found(1) : "");
     }
     const auto found = [&](std::size_t k) {
-        const KeptSolution& kept = r.Kept[k];
+        const KeptSolution& kept = *r.Kept[k];
         return S(kept.SolPhase == 1 ? kept.SolFoundAtSearch : kept.SolFoundAt) + "/" +
                B(kept.SolPhase);
     };
     return found(0) + ",  " + found(1);
 }
 
-std::string ExpertLines(const ReportInput& r) {
+std::string ExpertLines(const SolveReport& r) {
     const SearchCounters& c = r.Counters;
     return Line("\\Pos. Changed:   ", B(c.PosChanged)) +
-           Line("\\Pos. Discarded: ", B(c.PosDiscarded)) + Line("\\Bucket_size:    ", B(r.NumPos)) +
+           Line("\\Pos. Discarded: ", B(c.PosDiscarded)) +
+           Line("\\Bucket_size:    ", B(r.Sizes.NumPos)) +
            Line("\\HashCnt:        ", HashCount(c.HashCnt)) +
            Line("\\RHashCnt:       ", HashCount(c.RHashCnt)) +
            Line("\\nSol/Step:     ", FoundAt(r));
 }
 
-std::string StopReason(const ReportInput& r) {
-    if (r.TimeOut) return "TimeOut";
-    if (r.SeaResult == Result::Stopped) return "Stopped";
-    if (r.SeaResult == Result::OutOfMemory) return "Out of Memory";
+// "" where a fault ended the solve.
+std::string StopReason(StopCause cause) {
+    switch (cause) {
+        case StopCause::Time:
+            return "TimeOut";
+        case StopCause::User:
+            return "Stopped";
+        case StopCause::Memory:
+            return "Out of Memory";
+        case StopCause::No:
+            break;
+    }
     return "";
 }
 
 }  // namespace
 
-std::string SolutionBaseName(const ReportInput& r) {
-    if (r.LevelName.empty() || r.HideExpert) return r.LevelName;
-    std::string name = r.LevelName;
-    name += kOptSuffix.at(static_cast<std::size_t>(r.OptLevel));
-    if (r.OptSpecial) name += "_sp";
-    if (r.HashCase != 0) name.append("_").append(B(r.HashCase));
+std::string SolutionBaseName(const SolveRequest& request) {
+    if (request.LevelName.empty() || request.HideExpert) return request.LevelName;
+    const SolverOptions& options = request.Options;
+    std::string name = request.LevelName;
+    name += kOptSuffix.at(static_cast<std::size_t>(options.OptLevel));
+    if (options.OptSpecial) name += "_sp";
+    const auto hash = static_cast<int>(options.HashCase.value_or(HashCase::Default));
+    if (hash != 0) name.append("_").append(B(hash));
     return name;
 }
 
-SolutionName ChooseSolutionName(const ReportInput& r) {
+SolutionName ChooseSolutionName(const SolveRequest& request, bool noWriteSol, bool writeSol) {
     using Kind = SolutionName::Kind;
-    if (r.chkNoWriteSol) return {Kind::None, ""};
-    const std::string base = SolutionBaseName(r);
+    if (noWriteSol) return {Kind::None, ""};
+    const std::string base = SolutionBaseName(request);
     if (base.empty()) return {Kind::Ask, ""};
-    return {r.chkWriteSol ? Kind::Write : Kind::Ask, base + ".sol"};
+    return {writeSol ? Kind::Write : Kind::Ask, base + ".sol"};
 }
 
-std::string SolutionFileText(const ReportInput& r) {
+std::string SolutionFileText(const SolveReport& r) {
     std::string text;
     // A board that no level file holds is part of the answer.
-    if (r.BoardImported || r.BoardMoved) text += BoardText(r.Level, kLineEnd) + Line("", "");
-    text += Line(r.Kept[0].SolString, "");
-    text += Line(r.Kept[HasTwoSolutions(r) ? 1 : 0].SolString, "");  // twice when there is one
+    const SolveRequest& asked = r.Request;
+    if (asked.BoardImported || asked.BoardMoved)
+        text += BoardText(asked.Level, kLineEnd) + Line("", "");
+    text += Line(r.Kept[0]->SolString, "");
+    text += Line(r.Kept[r.HasTwoSolutions() ? 1 : 0]->SolString, "");  // twice when there is one
     text += Line("", "");
     text += ResultLine(r);
     text += Line("\\Time:           ", SecondsText(r.SeaStart, r.LastTick));
     text += Line("\\Pos.Count:      ", B(r.Counters.BucketCnt));
-    if (!r.HideExpert) text += ExpertLines(r);
+    if (!asked.HideExpert) text += ExpertLines(r);
     text +=
         Line("\\Best Solution between", S(r.Counters.nSolSearch + r.Counters.nSol) + " analyzed");
-    if (r.StopSea) text += Line("\\Best Solution before ", StopReason(r));
+    if (r.EndedEarly()) text += Line("\\Best Solution before ", StopReason(r.Cause));
     // Last, so that every other line keeps its place.
-    if (!r.HideExpert && r.OptLevel == 3) {
-        text += Line("\\Moves proved:   ", r.Counters.MovesProved ? "yes" : "no");
-    }
+    if (!asked.HideExpert && asked.Options.OptLevel >= OptLevel::SomethingPlus)
+        text += Line("\\Moves proved:   ", r.MovesProved ? "yes" : "no");
     return text;
 }
 
-std::string SolutionViewText(const ReportInput& r) {
+std::string SolutionViewText(const SolveReport& r) {
     const auto pair = [&](std::size_t k) {
-        return S(r.Kept[k].SolMoves) + "/" + S(r.Kept[k].SolPushes);
+        return S(r.Kept[k]->SolMoves) + "/" + S(r.Kept[k]->SolPushes);
     };
-    std::string text = BoardText(r.Level, kLineEnd);
+    std::string text = BoardText(r.Request.Level, kLineEnd);
     if (!text.empty()) text.pop_back();  // the line feeds stand between the rows only
     text += Line("", "") + Line("", "");
-    text += Line(r.Kept[0].SolString, "");
-    if (HasTwoSolutions(r)) text += Line(r.Kept[1].SolString, "");
+    text += Line(r.Kept[0]->SolString, "");
+    if (r.HasTwoSolutions()) text += Line(r.Kept[1]->SolString, "");
     text += Line("", "") + "RESULT: " + pair(0);
-    if (HasTwoSolutions(r)) text += "   " + pair(1);
-    if (r.StopSea) {
+    if (r.HasTwoSolutions()) text += "   " + pair(1);
+    if (r.EndedEarly()) {
         text += Line("", "") + Line("", "") + "Best Solution before ";
-        text += r.TimeOut ? "TimeOut" : "Stopped";
+        text += r.Cause == StopCause::Time ? "TimeOut" : "Stopped";
     }
     return text;
 }

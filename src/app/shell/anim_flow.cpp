@@ -7,8 +7,9 @@ namespace kavit {
 void Shell::AnimMouseUp(bool left) {
     if (solving_) return;  // the solution is not written yet
     if (animation_.Caption() == AnimCaption::Done) return FinishEditing();
-    const AnimOrders orders = animation_.MouseUp(left ? kLeftButton : kLeftButton + 1, board_,
-                                                 report_.Kept[0], seaPhase_);
+    const AnimOrders orders =
+        animation_.MouseUp(left ? kLeftButton : kLeftButton + 1, board_,
+                           report_.Kept[0].value_or(KeptSolution{}), seaPhase_);
     if (orders.RedrawBoard) ShowBoard();
     Obey(orders);
 }

@@ -179,7 +179,7 @@ void Shell::CopySolution() {
         if (!solving_) view_.SetText(Control::txtRight, Tr("Nothing to Show"));
         return;
     }
-    view_.SetClipboard(report_.Kept[0].SolString);
+    view_.SetClipboard(report_.Kept[0]->SolString);
     view_.SetText(Control::txtRight, Tr("The solution is on the clipboard"));
 }
 

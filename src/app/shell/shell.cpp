@@ -90,14 +90,13 @@ void Shell::Say(const std::string& text) {
 
 void Shell::PutMsg(int number) {
     waitingMsg_.reset();
-    MessageValues values;
-    ReadValues(values, solver_, *this);
+    MessageValues values = ReadValues(solver_, StopSea);
     values.AnimMoves = animation_.AnimMoves();
     values.AnimPushes = animation_.AnimPushes();
     if (number == static_cast<int>(Result::AnimProgress)) {
         // The replay shows the solution that it was given, whatever the solver did since.
-        values.SolMoves[0] = report_.Kept[0].SolMoves;
-        values.SolPushes[0] = report_.Kept[0].SolPushes;
+        values.SolMoves[0] = report_.Kept[0].value_or(KeptSolution{}).SolMoves;
+        values.SolPushes[0] = report_.Kept[0].value_or(KeptSolution{}).SolPushes;
     }
     const MessageLines lines = messages_.ShowMsg(number, values);
     if (lines.Left) view_.SetText(Control::txtLeft, *lines.Left);

@@ -213,7 +213,7 @@ class Shell final : private SolverHooks {
 
     // The last solution, as long as it belongs to the board that is shown.
     bool haveSolution_ = false;
-    ReportInput report_;
+    SolveReport report_;
     std::string solutionText_;
     std::string importDraft_;  // typed or pasted and not taken yet
     std::filesystem::path saveFolder_;

@@ -74,12 +74,13 @@ void Shell::RunSolve() {
 
     // What the report needs is taken now: nothing of it can change while the solve runs.
     report_ = {};
-    report_.Level = board_;
-    report_.LevelName = levelName_;
-    report_.HideExpert = hideExpert_;
-    report_.OptLevel = settings_.OptLevel;
-    report_.OptSpecial = optSpecial_;
-    report_.HashCase = hashCase_;
+    SolveRequest& asked = report_.Request;
+    asked.Level = board_;
+    asked.LevelName = levelName_;
+    asked.HideExpert = hideExpert_;
+    asked.Options.OptLevel = static_cast<OptLevel>(settings_.OptLevel);
+    asked.Options.OptSpecial = optSpecial_;
+    asked.Options.HashCase = static_cast<HashCase>(hashCase_);
 
     solving_ = true;
     progress_ = shownProgress_ = 0;
@@ -191,20 +192,19 @@ void Shell::ReturnClicked() {
 
 // The file comes last of what can fail: the text view and the clipboard have the solution by then.
 void Shell::WriteSolution() {
-    report_.BoardImported = boardImported_;
-    report_.BoardMoved = boardMoved_;
-    report_.chkNoWriteSol = settings_.NoWriteSol;
-    report_.chkWriteSol = settings_.WriteSol;
+    report_.Request.BoardImported = boardImported_;
+    report_.Request.BoardMoved = boardMoved_;
     report_.SeaStart = watch_.SeaStart();
     report_.LastTick = watch_.LastTick();
-    report_.StopSea = Stopping();
-    report_.TimeOut = StopSea == StopCause::Time;
-    report_.SeaResult = seaResult_;
-    ReadSolver(report_, solver_);
+    report_.Cause = StopSea;
+    report_.Kept = {solver_.Kept(0), solver_.Kept(1)};
+    report_.Counters = solver_.Counters();
+    report_.MovesProved = report_.Counters.MovesProved;
+    report_.Sizes = solver_.AppliedSizes();
     solutionText_ = SolutionViewText(report_);
-    view_.SetClipboard(report_.Kept[0].SolString);
+    view_.SetClipboard(report_.Kept[0]->SolString);
 
-    const SolutionName name = ChooseSolutionName(report_);
+    const SolutionName name = ChooseSolutionName(report_.Request, settings_.NoWriteSol, settings_.WriteSol);
     std::filesystem::path file;
     switch (name.Choice) {
         case SolutionName::Kind::None:

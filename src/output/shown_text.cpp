@@ -1,0 +1,45 @@
+#include "output/shown_text.h"
+
+#include <cstdio>
+
+namespace kavit {
+
+std::string ShownText(std::string_view text) {
+    std::string shown;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte >= 0x20 && byte != 0x7f) {
+            shown += c;
+            continue;
+        }
+        char number[8];
+        std::snprintf(number, sizeof number, "\\x%02x", static_cast<unsigned>(byte));
+        shown += number;
+    }
+    return shown;
+}
+
+std::string MarkupText(std::string_view text) {
+    std::string markup;
+    for (const char c : ShownText(text)) {
+        switch (c) {
+            case '&':
+                markup += "&amp;";
+                break;
+            case '<':
+                markup += "&lt;";
+                break;
+            case '>':
+                markup += "&gt;";
+                break;
+            case '"':
+                markup += "&quot;";
+                break;
+            default:
+                markup += c;
+        }
+    }
+    return markup;
+}
+
+}  // namespace kavit
