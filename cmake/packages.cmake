@@ -5,7 +5,7 @@
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME kavit)
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "push-optimal Sokoban solver")
-set(CPACK_PACKAGE_CONTACT "Kavit developers <kavit@localhost>")
+set(CPACK_PACKAGE_CONTACT "Kavit developers <kavit@example.org>")
 set(CPACK_PACKAGE_VENDOR "Kavit developers")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
