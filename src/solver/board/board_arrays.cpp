@@ -131,6 +131,14 @@ void ComputeDeadSq(BoardArrays& a) {
         if (Cell(a.GoalSq, c) != 0 && Cell(a.DeadSq, c) == 1) MarkLive(a, c);
 }
 
+// What follows from walls, goals and the man alone; false when his region is open.
+bool DescribeSquares(BoardArrays& a) {
+    FillDeadEnds(a);
+    FillReach(a);
+    if (a.Enclosed) ComputeDeadSq(a);
+    return a.Enclosed;
+}
+
 // Only boxes on goals get the freeze test here; those beside goals are left to the search.
 Result FrozenCheck(BoardArrays& a) {
     for (int c = a.FirstIn; c <= a.LastIn; ++c) {
@@ -177,11 +185,13 @@ Result AnalyseBoard(const Board& board, int blocks, BoardArrays& arrays) {
         return Result::StrangeMapping;
     if (counts.Boxes == counts.BoxesOnGoals) return Result::AlreadySolved;
     if (arrays.NumBoxes > blocks) return Result::TooManyBoxes;
-    FillDeadEnds(arrays);
-    FillReach(arrays);
-    if (!arrays.Enclosed || !NumberInside(arrays)) return Result::StrangeMapping;
-    ComputeDeadSq(arrays);
+    if (!DescribeSquares(arrays) || !NumberInside(arrays)) return Result::StrangeMapping;
     return FrozenCheck(arrays);
+}
+
+bool DescribeBoard(const Board& board, BoardArrays& arrays) {
+    arrays = BoardArrays{};
+    return SplitBoard(board, arrays).Men == 1 && DescribeSquares(arrays);
 }
 
 }  // namespace kavit

@@ -52,6 +52,10 @@ struct BoardArrays {
 // blocks: the largest number of boxes allowed.
 [[nodiscard]] Result AnalyseBoard(const Board& board, int blocks, BoardArrays& arrays);
 
+// The same arrays without the checks of counts and freezes, and without key bytes. False when there
+// is not one man, or his region is open.
+[[nodiscard]] bool DescribeBoard(const Board& board, BoardArrays& arrays);
+
 // Nonzero frozen group: the box on `cell` is blocked along both axes, and a box that was looked at
 // on the way stands on no goal. Only one neighbour along an axis is ever followed, the one above or
 // to the right first; a group that is frozen on goals alone is allowed.
