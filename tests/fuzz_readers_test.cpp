@@ -17,6 +17,7 @@ TEST(FuzzReaders, CorpusHolds) {
         std::function<void(std::string_view)> Target;
     } targets[] = {{"level_file", FuzzLevelFile},
                    {"pasted_text", FuzzPastedText},
+                   {"collection", FuzzCollection},
                    {"settings_file", FuzzSettingsFile}};
     for (const auto& [folder, target] : targets) {
         int files = 0;

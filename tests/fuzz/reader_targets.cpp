@@ -1,12 +1,14 @@
 #include "fuzz/reader_targets.h"
 
 #include <algorithm>
+#include <optional>
 #include <sstream>
 #include <stdexcept>
 #include <streambuf>
 #include <string>
 
 #include "app/shell/settings_file.h"
+#include "level/collection.h"
 #include "level/level_reader.h"
 #include "solver/solver.h"
 #include "support/levels.h"
@@ -133,6 +135,33 @@ void CheckPasting(std::string_view bytes, InvalidCharAnswer answer) {
 }
 
 }  // namespace
+
+void FuzzCollection(std::string_view bytes) {
+    const Collection collection = ReadCollection(bytes);
+    Pieces pieces(bytes);
+    std::istream stream(&pieces);
+    CollectionReader reader(stream);
+    std::int64_t line = 0;
+    for (const CollectionLevel& level : collection.Levels) {
+        const std::optional<CollectionLevel> other = reader.Next();
+        Require(other == level, "pieces of a collection read otherwise");
+        Require(level.Line > line, "levels out of order");
+        line = level.Line;
+        Board board;
+        const AskInvalidChar ask = [](const InvalidChar&) { return InvalidCharAnswer::Cancel; };
+        Require(ImportLevelText(level.BoardText, board, ask).Loaded(), "a level that is none");
+        std::istringstream file(level.BoardText);
+        Board same;
+        Require(ReadLevelStream(file, same, ask).Loaded() && board.Cell == same.Cell,
+                "a level that reads in two ways");
+        Require(level.Solution.find_first_not_of("lurdLURD") == std::string::npos, "no moves");
+    }
+    Require(!reader.Next(), "pieces of a collection have a level more");
+    const Collection again = ReadCollection(CollectionText(collection));
+    Require(again.Skipped.empty(), "a written level is skipped");
+    Require(again.Levels.size() == collection.Levels.size(), "a written level got lost");
+    Require(CollectionText(again) == CollectionText(collection), "written levels read otherwise");
+}
 
 void FuzzLevelFile(std::string_view bytes) {
     CheckFileReading(bytes, InvalidCharAnswer::Space);

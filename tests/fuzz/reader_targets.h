@@ -14,6 +14,10 @@ void FuzzLevelFile(std::string_view bytes);
 // ImportLevelText, the same; and the board stays as it is when the text is refused.
 void FuzzPastedText(std::string_view bytes);
 
+// CollectionReader: whole and in pieces. Every level can be read by itself, by either single-level
+// reader, and what is written reads as the same.
+void FuzzCollection(std::string_view bytes);
+
 // ParseSettings: settings that were read are written as text that reads as the same settings, and a
 // fault is one line that can be shown.
 void FuzzSettingsFile(std::string_view bytes);

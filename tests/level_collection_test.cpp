@@ -1,0 +1,327 @@
+#include "level/collection.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "level/level_reader.h"
+#include "level/moves_text.h"
+#include "support/levels.h"
+#include "support/random_level.h"
+
+namespace kavit::test {
+namespace {
+
+using std::string;
+
+// Three levels that differ; the tables write a line "A", "B" or "C" for their rows.
+const std::pair<string, string> kLevels[] = {
+    {"A", "###\n#@#\n###"}, {"B", "###\n#$#\n###"}, {"C", "###\n#.#\n###"}};
+
+string Filled(const string& text) {
+    std::istringstream lines(text);
+    string filled;
+    for (string line; std::getline(lines, line);) {
+        for (const auto& [name, rows] : kLevels) {
+            if (line == name) line = rows;
+        }
+        filled += line + (lines.eof() ? "" : "\n");
+    }
+    return filled;
+}
+
+string OneLine(string text) {
+    for (const auto& [name, rows] : kLevels) {
+        if (text == rows) return name;
+    }
+    std::replace(text.begin(), text.end(), '\n', '|');
+    return text;
+}
+
+// All that was read: "{title/author/comment} 1<title/author/comment/solution>rows !5-6 why", the
+// number before a level being its line.
+string Shown(const Collection& c) {
+    std::ostringstream text;
+    const string header = c.Title + "/" + c.Author + "/" + OneLine(c.Comment);
+    if (header != "//") text << "{" << header << "} ";
+    for (const CollectionLevel& level : c.Levels) {
+        const string about =
+            level.Title + "/" + level.Author + "/" + OneLine(level.Comment) + "/" + level.Solution;
+        text << level.Line << (about == "///" ? "" : "<" + about + ">") << OneLine(level.BoardText)
+             << " ";
+    }
+    for (const SkippedLines& s : c.Skipped) {
+        text << "!" << s.First << "-" << s.Last << " " << s.Why << " ";
+    }
+    return text.str();
+}
+
+TEST(Collection, TellsWhatBelongsToWhat) {
+    const string wide(19, '#');
+    const struct {
+        string Text;
+        string Shown;
+    } cases[] = {
+        // Rows, in every alphabet.
+        {"", ""},
+        {"A\n\nB\n", "1A 5B "},
+        {"\xEF\xBB\xBF###\r\n#@#\r\n###\r\n\r\n###\r#$#\r###", "1A 5B "},
+        {"A\n \t\nB", "1A 5B "},
+        {"-###\n_#@#\n -###\t", "1###|#@#| ### "},
+        {"   ###\n  @# $ # \n   ###", "1###|# $ #|### "},
+        {"###\n $ .\n#@#\n*\n", "1<*///>###| $|#@# "},
+        {"####\n#pP#\n#bBo#\n#mM#\n#_+#", "1####|#@+#|#$*.#|#@+#|# +# "},
+        {"5#\n2#-$2-@.#\n6#|#_$1-4.|3-|##", "1#####|## $  @.#|######|# $ ....| |## "},
+        {"|-|3#|#@#|3#|", "1A "},
+        {"3#\n#0@$#\n03#", "1B "},
+        // Text above, below and between.
+        {"t\nA\n\nu\nB", "2<t///>A 7<u///>B "},
+        {"A\nt\n\nB\nu", "1<t///>A 6<u///>B "},
+        {"A\nt\nB\nu\nC", "1<t///>A 5<u///>B 9C "},
+        {"t\nA\nu\nB\nv\nw", "2<t///>A 6<u//v|w/>B "},
+        {"A\n\nt\n\nB\n\nu\n\nC\n\n", "1<t///>A 7<u///>B 13C "},
+        {"t\n\nA\n\nu\n\nB\n\nv", "3<t///>A 9<u//v/>B "},
+        {"f\n\nA\n;  t\n\nB\n; u", "{f//} 3<t///>A 8<u///>B "},
+        {"f\ng\n\nh\n\nt\nA\n\nB", "{f//g|h} 7<t///>A 11B "},
+        {"f\n\nt\n\nA\n\nu\n\nB", "{f//} 5<t///>A 11<u///>B "},
+        {"f\n\nA", "3<f///>A "},
+        {"f\n\nA\nt\n", "3<f//t/>A "},
+        {"t\nA\n\nx\n\ny\nB\n\n", "2<t///>A 9<x//y/>B "},
+        {"A\n\nx\n\ny\nB\n\n", "1<x///>A 8<y///>B "},
+        {"only\n\ntext #1", "{only//text #1} "},
+        {"collection: f\nAuthor: a\n\nA", "{f/a/} 4A "},
+        {"Collection: f\nA\nCollection: t", "{f//} 2<Collection: t///>A "},
+        {"Title: t\nA\nTITLE: u\nauthor:a\nAuthor: b", "2<t/a/u|b/>A "},
+        {"t\n; c\nA\nTitle: u", "3<u//t|c/>A "},
+        // Comments.
+        {"A\nComment: \n\n x\n\n####\ny\n\nComment-End:\n\nB", "1<// x||####|y/>A 13B "},
+        {"A\nComment: x\ny\nComment_End\nz\n\nB", "1<z//x|y/>A 9B "},
+        {"A\nComment: x\n\nB\nComment: y\nComment-End", "1<//x/>A 6<//y/>B "},
+        {"A\nComment: Comment-End: x\n; comment:\nComment-Endings\n",
+         "1<comment://x|Comment-Endings/>A "},
+        // Solutions.
+        {"A\nrR\n\nB\n2r(uL)\nL", "1<///rR>A 6<///rruLL>B "},
+        {"A\n\nrrR\n\nt\nB", "1<///rrR>A 8<t///>B "},
+        {"A\nLulu\nB", "1<Lulu///>A 5B "},
+        {"rR\nA\nSolution\nLulu\n\nB", "2<rR///Lulu>A 8B "},
+        {"A\nSolution 2 (1/1):\n\n2l\nuU\nt\nB", "1<///lluU>A 9<t///>B "},
+        {"A\nsolution: 2(l2U)\nuu\nlR\nrR", "1<///lUUlUUuulRrR>A "},
+        {"A\nSolution:R\n\nlL\nSolution: uU\n", "1<//Solution: lL|Solution: uU/R>A "},
+        {"A\nSolution: see below\nSolutions\n", "1<Solution: see below//Solutions/>A "},
+        {"A\n9999999R\n", "1A !4-4 moves that make no sense, or too many of them "},
+        {"A\n2(R\n)3R\n\nSolution: 3\n", "1<Solution: 3///RRRRR>A "},
+        {"A\n(R\n\nB\n2R)",
+         "1A 6B !4-4 moves that make no sense, or too many of them "
+         "!9-9 moves that make no sense, or too many of them "},
+        // What is skipped, with its text and its solution.
+        {"###\n#x@#\n###\nt\nR\n\nB", "7B !1-3 line 2, column 2 is no level character "},
+        {"x## #\n#@#\n#.$ 3\n\nB", "5B !1-3 line 1, column 1 is no level character "},
+        {"####\n# # 3\n\nB", "4B !1-2 line 2 ends in a count "},
+        {"9999#\n\nA", "3A !1-1 line 1 is too long "},
+        {"3#\n\n###\n###\n\nA", "6A !1-1 too few rows for a level !3-4 too few rows for a level "},
+        {"###\n# #\n###\n\nA", "5A !1-3 no man, no box and no goal "},
+        {wide + "#\n#@$.#\n##\n\nA", "5A !1-3 20 columns, and 19 are the most "},
+        {wide + "\n  #\n #@$.\n" + wide, "1" + wide + "|  #| #@$.|" + wide + " "},
+        {"#|#|#|#|#|#|#|#|@#|#|#|#|#|#|#|#|#", "1#|#|#|#|#|#|#|#|@#|#|#|#|#|#|#|#|# "},
+        {"#|#|#|#|#|#|#|#|@#|#|#|#|#|#|#|#|#|#\n\nA", "3A !1-1 18 rows, and 17 are the most "},
+        // Words with a wall in them.
+        {"Level #1\nA\n\n# Level 2\nB\n; ####\n\n-- #3 --\nC",
+         "2<Level #1///>A 7<# Level 2//####/>B 13<-- #3 --///>C "},
+        {"A\n\nmob\n\nBob #\nB", "1<mob///>A 8<Bob #///>B "},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Shown(ReadCollection(Filled(c.Text))), c.Shown) << c.Text;
+    }
+}
+
+Collection WrittenAndRead(const Collection& collection) {
+    return ReadCollection(CollectionText(collection));
+}
+
+TEST(Collection, ReadsBackWhatItWrote) {
+    const string texts[] = {
+        "Collection: c\nAuthor: a\nComment: x\n\nTitle: t\nAuthor: b\nComment:\n\n x\n\ny\n"
+        "Comment_End\nA\n3rU\n\nB",
+        "; words\n\n; 1\nA\nuU\nR\n\n2\nB\n; ###\nrrR\n",
+        "Author: a\n\n\nt\nA\n",
+        "#|#@#||###|-|# #",
+        "Title: Title: t\nA\nComment: Comment:x",
+    };
+    for (const string& text : texts) {
+        const Collection first = ReadCollection(Filled(text));
+        EXPECT_FALSE(first.Levels.empty());
+        EXPECT_EQ(Shown(WrittenAndRead(first)), Shown(WrittenAndRead(WrittenAndRead(first))));
+        EXPECT_EQ(first.Levels.size(), WrittenAndRead(first).Levels.size());
+        for (std::size_t i = 0; i < first.Levels.size(); ++i) {
+            CollectionLevel again = WrittenAndRead(first).Levels[i];
+            again.Line = first.Levels[i].Line;
+            EXPECT_EQ(again, first.Levels[i]) << text;
+        }
+    }
+    const Collection odd =
+        WrittenAndRead({"a\nb", "", "", {{1, "t\r\nu", "", "", "##\n#@\n##", "", 1}}, {}});
+    EXPECT_EQ(odd.Title + odd.Levels.at(0).Title, "a bt  u");
+}
+
+// --- random levels in every dialect ---------------------------------------------------------
+
+enum class Dialect { Blanks, Hyphens, Letters, RunLength, OneLine };
+
+string RunLength(const string& text, Random& random) {
+    string packed;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t run = std::min(text.find_first_not_of(text[i], i), text.size()) - i;
+        packed += (run > 1 || random.Percent(10) ? std::to_string(run) : "") + text[i];
+        i += run;
+    }
+    return packed;
+}
+
+string Written(const std::vector<string>& rows, Dialect dialect, Random& random) {
+    const string from = " @+$*.";
+    const string letters = random.Percent(50) ? "-pPbBo" : "_mMbBo";
+    string text;
+    for (string row : rows) {
+        for (char& c : row) {
+            const std::size_t at = from.find(c);
+            if (dialect == Dialect::Letters && at != string::npos) c = letters[at];
+            if (dialect != Dialect::Blanks && c == ' ') c = random.Percent(90) ? '-' : '_';
+        }
+        const bool packed = dialect == Dialect::RunLength || dialect == Dialect::OneLine;
+        text += packed ? RunLength(row, random) : row;
+        text += dialect == Dialect::OneLine ? "|" : "\n";
+    }
+    return dialect == Dialect::OneLine ? text + "\n" : text;
+}
+
+// The rows of a random level, from the first with a wall to the last; none where one between does
+// not begin with a wall, for such levels can't stand in every dialect.
+std::vector<string> RandomRows(std::uint64_t seed) {
+    std::istringstream lines(BoardText(RandomLevel(seed), "\n"));
+    std::vector<string> rows;
+    for (string row; std::getline(lines, row);) {
+        row.resize(row.find_last_not_of(' ') + 1);
+        if (rows.empty() && row.empty()) continue;
+        if (row.empty() || row[row.find_first_not_of(' ')] != '#') return {};
+        rows.push_back(row);
+    }
+    return rows;
+}
+
+string RandomMoves(Random& random) {
+    string moves;
+    for (int i = random.Pick(0, 60); i > 0; --i) moves += "lurdLURD"[random.Pick(0, 7)];
+    return moves + "LURD"[random.Pick(0, 3)];
+}
+
+TEST(Collection, ReadsRandomLevelsInEveryDialect) {
+    Random random(5);
+    for (int round = 0; round < 50; ++round) {
+        const bool above = random.Percent(50);
+        string text = random.Percent(50) ? "; words\n\nfile\n\n" : above ? "" : "\n";
+        std::vector<CollectionLevel> expected;
+        for (int i = 1; i < 12; ++i) {
+            const auto seed = static_cast<std::uint64_t>(round * 12 + i);
+            const std::vector<string> rows = RandomRows(seed);
+            if (rows.size() < 3) continue;
+            Board board;
+            string plain;
+            for (const string& row : rows) plain += row + "\n";
+            ASSERT_TRUE(ImportLevelText(plain, board, {}).Loaded());
+            CollectionLevel level;
+            level.Title = "Level " + std::to_string(i);
+            level.Index = static_cast<std::int64_t>(expected.size()) + 1;
+            if (random.Percent(50)) level.Solution = RandomMoves(random);
+            const string title = (random.Percent(30) ? "Title: " : "; ") + level.Title + "\n";
+            const string gap = random.Percent(50) ? "\n" : "";
+            text += above ? title : "";
+            level.Line = std::count(text.begin(), text.end(), '\n') + 1;
+            const auto dialect = static_cast<Dialect>(random.Pick(0, 4));
+            text += Written(rows, dialect, random) + (above ? "" : title);
+            if (!level.Solution.empty()) {
+                text += random.Percent(50) ? gap + "Solution:\n" : "";
+                text += random.Percent(50) ? level.Solution : RunLength(level.Solution, random);
+                text += "\n";
+            }
+            text += above && !gap.empty() ? "" : "\n";
+            level.BoardText = plain;
+            expected.push_back(level);
+        }
+        const Collection read = ReadCollection(text);
+        EXPECT_TRUE(read.Skipped.empty());
+        ASSERT_EQ(read.Levels.size(), expected.size()) << text;
+        for (std::size_t i = 0; i < expected.size(); ++i) {
+            CollectionLevel level = read.Levels[i];
+            Board was;
+            Board is;
+            EXPECT_TRUE(ImportLevelText(expected[i].BoardText, was, {}).Loaded());
+            EXPECT_TRUE(ImportLevelText(level.BoardText, is, {}).Loaded());
+            EXPECT_EQ(is.Cell, was.Cell) << text;
+            level.BoardText = expected[i].BoardText;
+            EXPECT_EQ(level, expected[i]) << text << Shown(read);
+            EXPECT_EQ(WrittenAndRead(read).Levels[i].BoardText, read.Levels[i].BoardText);
+        }
+    }
+}
+
+// --- one level or several -------------------------------------------------------------------
+
+TEST(Collection, KnowsOneLevelFromSeveral) {
+    const string whole = "#####\n#@$.#\n#####\n";
+    const string solved = "####\n#@*#\n####\n";
+    const struct {
+        string Text;
+        bool Several;
+    } cases[] = {
+        {"", false},
+        {"words\n\n" + whole + "t\nrR\n", false},
+        {"A\n\nA", true},
+        {"A\n\nB\n\nC", false},                // one man: a level with gaps
+        {"#####\n\n#@$.#\n\n#####\n", false},  // each row an island
+        {"#####\n#@$.#\n#   #\n\n# $ #\n# . #\n#####\n", false},
+        {whole + "\nB", true},
+        {solved + "\nB", true},
+        {"###\n#\n\n" + whole, true},
+        {whole + "\n#x@#\n", true},
+        {"5#|#@$.#|5#", true},
+        {"###\n#p#\n###", true},
+        {"3#", true},
+    };
+    for (const auto& c : cases) {
+        std::istringstream stream(Filled(c.Text));
+        EXPECT_EQ(IsCollection(stream), c.Several) << c.Text;
+    }
+}
+
+TEST(Collection, JoinedFilesGiveWhatEachGives) {
+    if (!std::filesystem::exists(LevelsFolder())) GTEST_SKIP() << "no " << LevelsFolder();
+    string text;
+    std::vector<Board> boards;
+    std::size_t refused = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(LevelsFolder())) {
+        if (entry.path().extension() != ".xsb") continue;
+        const string file = ReadWholeFile(entry.path());
+        std::istringstream stream(file);
+        EXPECT_FALSE(IsCollection(stream)) << entry.path();
+        Board board;
+        if (ReadLevelFile(entry.path(), board, {}).Loaded()) {
+            boards.push_back(board);
+        } else {
+            ++refused;
+        }
+        text += file + "\n";
+    }
+    const Collection read = ReadCollection(text);
+    EXPECT_EQ(read.Skipped.size(), refused);
+    ASSERT_EQ(read.Levels.size(), boards.size());
+    for (std::size_t i = 0; i < boards.size(); ++i) {
+        EXPECT_EQ(BoardOf(read.Levels[i].BoardText).Cell, boards[i].Cell) << read.Levels[i].Line;
+    }
+}
+
+}  // namespace
+}  // namespace kavit::test
