@@ -6,7 +6,7 @@
 #include <istream>
 #include <streambuf>
 
-#include "app/shell/settings_file.h"
+#include "app/model/settings_file.h"
 #include "level/level_reader.h"
 #include "support/temp_folder.h"
 

@@ -26,7 +26,7 @@ const std::map<std::string, std::set<std::string>> kMayInclude = {
 // What comes from elsewhere, by the start of its name, and who may use it.
 const std::map<std::string, std::set<std::string>> kForeign = {
     {"Q", {"app"}},
-    {"CLI/", {"cli"}},
+    {"CLI/", {"app", "cli"}},
     {"nlohmann/", {"cli"}},
 };
 

@@ -88,14 +88,12 @@ TEST(Transform, ShiftsStopAtTheEdge) {
     };
     for (const Case& c : {Case{0, 4, 3, 1}, Case{1, 12, 15, 5}, Case{2, 12, 3, 17},
                           Case{3, 2, 1, 5}, Case{4, 1, 8, 9}}) {
-        SCOPED_TRACE(kShiftCaptions[static_cast<std::size_t>(c.Button)]);
+        SCOPED_TRACE(c.Button);
         Board board = Shifted(BoardOf(text), 2, 4);
         const int man = board.ManPos;
-        for (int i = 0; i < c.Steps; ++i) EXPECT_TRUE(ShiftBoard(board, c.Button).Changed);
+        for (int i = 0; i < c.Steps; ++i) EXPECT_TRUE(ShiftBoard(board, c.Button));
         const Board before = board;
-        const TransformReply reply = ShiftBoard(board, c.Button);
-        EXPECT_FALSE(reply.Changed);
-        EXPECT_EQ(reply.Message, "");
+        EXPECT_FALSE(ShiftBoard(board, c.Button));
         EXPECT_EQ(board, before);
         EXPECT_EQ(Shape(board), "###|#@ | #$|");
         EXPECT_EQ(board.MinRow, c.Row);
@@ -123,7 +121,7 @@ TEST(Transform, CentresEverySize) {
                 ASSERT_EQ(Shape(board), Shape(level)) << height << " by " << width;
                 EXPECT_EQ(board.MinRow, 1 + (freeRows + (low ? 1 : 0)) / 2);
                 EXPECT_EQ(board.MinCol, 1 + (freeCols + (right ? 1 : 0)) / 2);
-                EXPECT_FALSE(ShiftBoard(board, 4).Changed);
+                EXPECT_FALSE(ShiftBoard(board, 4));
             }
         }
     }
@@ -136,26 +134,27 @@ TEST(Transform, EachButton) {
     const std::vector<int> men = {IndexOf(4, 5), IndexOf(4, 6), IndexOf(5, 5), IndexOf(4, 5),
                                   IndexOf(4, 6)};
     for (int button = 0; button < 5; ++button) {
-        SCOPED_TRACE(kMirrorRotateCaptions[static_cast<std::size_t>(button)]);
+        SCOPED_TRACE(button);
         Board turned = board;
-        EXPECT_TRUE(MirrorRotate(turned, button).Changed);
+        EXPECT_TRUE(MirrorRotate(turned, button));
         EXPECT_EQ(Shape(turned), shapes[static_cast<std::size_t>(button)]);
         EXPECT_EQ(turned.ManPos, men[static_cast<std::size_t>(button)]);
         EXPECT_EQ(turned.MinRow, 3);
         EXPECT_EQ(turned.MinCol, 4);
     }
     Board empty;
-    EXPECT_FALSE(MirrorRotate(empty, 0).Changed);
-    EXPECT_FALSE(ShiftBoard(empty, 4).Changed);
+    EXPECT_TRUE(MirrorRotate(empty, 0));
+    EXPECT_FALSE(ShiftBoard(empty, 4));
     EXPECT_EQ(empty, Board{});
     // Without a man, and with a button that there is not.
     Board noMan = BoardOf("####\n#.##");
     const Board before = noMan;
     for (const int button : {-1, 5}) {
-        EXPECT_FALSE(ShiftBoard(noMan, button).Changed || MirrorRotate(noMan, button).Changed);
+        EXPECT_FALSE(ShiftBoard(noMan, button));
+        EXPECT_TRUE(MirrorRotate(noMan, button));
         EXPECT_EQ(noMan.Cell, before.Cell);
     }
-    EXPECT_TRUE(MirrorRotate(noMan, 1).Changed);
+    EXPECT_TRUE(MirrorRotate(noMan, 1));
     EXPECT_EQ(Shape(noMan), "####|##.#|");
     EXPECT_EQ(noMan.ManPos, before.ManPos);
 }
@@ -164,12 +163,12 @@ TEST(Transform, ATurnStaysOnTheBoard) {
     const string flat = "#" + string(15, '$') + "#\n#@\n";  // 2 by 17
     for (const int button : {0, 2}) {
         Board board = Shifted(BoardOf(flat), 9, 1);
-        EXPECT_TRUE(MirrorRotate(board, button).Changed);
+        EXPECT_TRUE(MirrorRotate(board, button));
         EXPECT_EQ(board.MinRow, 1);  // ends in row 17
         EXPECT_EQ(board.MaxRow, 17);
         EXPECT_EQ(board.MinCol, 2);
         Board high = Shifted(board, 0, 15);  // now 17 by 2, in columns 17 and 18
-        EXPECT_TRUE(MirrorRotate(high, button).Changed);
+        EXPECT_TRUE(MirrorRotate(high, button));
         EXPECT_EQ(high.MinCol, 3);  // ends in column 19
         EXPECT_EQ(high.MaxCol, 19);
     }
@@ -179,9 +178,7 @@ TEST(Transform, TooWideIsRefused) {
     const Board board = BoardOf("#" + string(16, ' ') + "#\n#@");
     for (int button = 0; button < 5; ++button) {
         Board turned = board;
-        const TransformReply reply = MirrorRotate(turned, button);
-        EXPECT_FALSE(reply.Changed);
-        EXPECT_NE(reply.Message.find("18 columns"), string::npos);
+        EXPECT_FALSE(MirrorRotate(turned, button));
         EXPECT_EQ(turned, board);
     }
 }
@@ -203,7 +200,7 @@ TEST(Transform, TheLawsOfTurning) {
                 Board board = start;
                 bool turns = false;
                 for (const int button : buttons) {
-                    EXPECT_TRUE(MirrorRotate(board, button).Changed);
+                    EXPECT_TRUE(MirrorRotate(board, button));
                     turns = turns || button == 0 || button == 2;
                 }
                 ASSERT_EQ(Shape(board), Shape(start)) << buttons[0] << buttons[1];
@@ -215,6 +212,27 @@ TEST(Transform, TheLawsOfTurning) {
             }
         }
     }
+}
+
+// The same level wherever it lies and whichever way it is turned, until a square is painted.
+TEST(Transform, KnowsALevelAgain) {
+    std::mt19937 random(11);
+    for (int i = 0; i < 50; ++i) {
+        const Board level = RandomBoard(random, 2 + i % 8, 3 + i % 7);
+        Board board = level;
+        for (int button = 0; button < 5; ++button) {
+            EXPECT_TRUE(MirrorRotate(board, button));
+            ShiftBoard(board, static_cast<int>(random() % 5));
+            EXPECT_TRUE(SameLevel(board, level));
+        }
+        auto& cell = board.Cell[static_cast<std::size_t>(board.ManPos)];
+        cell = kManOnGoal;
+        EXPECT_FALSE(SameLevel(board, level));
+        EXPECT_FALSE(SameLevel(level, board));
+    }
+    EXPECT_TRUE(SameLevel(Board(), Board()));
+    EXPECT_FALSE(SameLevel(Board(), BoardOf("#")));
+    EXPECT_FALSE(SameLevel(BoardOf("##"), BoardOf("#")));
 }
 
 // The fewest pushes that solve the board, by a solution that was played through.
@@ -246,7 +264,7 @@ TEST(Transform, ALevelStaysAsHardAsItWas) {
         EXPECT_EQ(FewestPushes(board), pushes) << "shift " << shift;
     }
     for (const int button : {0, 1, 2, 3, 4, 0, 0, 2, 1}) {
-        ASSERT_TRUE(MirrorRotate(board, button).Changed);
+        ASSERT_TRUE(MirrorRotate(board, button));
         EXPECT_EQ(FewestPushes(board), pushes) << "button " << button;
     }
 }

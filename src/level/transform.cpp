@@ -1,7 +1,9 @@
 #include "level/transform.h"
 
 #include <algorithm>
-#include <optional>
+#include <cassert>
+#include <cstdint>
+#include <vector>
 
 namespace kavit {
 
@@ -85,16 +87,38 @@ bool IsMan(std::uint8_t code) {
     return code == kMan || code == kManOnGoal;
 }
 
-// The man's index: ManPos when he is there, otherwise the last man on the board.
-std::optional<int> FindMan(const Board& board) {
-    const int known = board.ManPos;
-    if (known >= 0 && known < kCells && IsMan(board.Cell[static_cast<std::size_t>(known)])) {
-        return known;
+// The rectangle of all squares that are not floor.
+struct Cutout {
+    int Height = 0;
+    int Width = 0;
+    std::vector<std::uint8_t> Code;
+
+    bool operator==(const Cutout&) const = default;
+};
+
+Cutout CutOut(Board board) {
+    if (IsEmpty(board)) return {};
+    RecomputeExtent(board);
+    Cutout picture{board.MaxRow - board.MinRow + 1, board.MaxCol - board.MinCol + 1, {}};
+    for (int row = board.MinRow; row <= board.MaxRow; ++row) {
+        for (int col = board.MinCol; col <= board.MaxCol; ++col) {
+            picture.Code.push_back(board.Cell[static_cast<std::size_t>(IndexOf(row, col))]);
+        }
     }
-    for (int index = kCells - 1; index >= 0; --index) {
-        if (IsMan(board.Cell[static_cast<std::size_t>(index)])) return index;
+    return picture;
+}
+
+Cutout Turned(const Cutout& from, int index) {
+    const bool turn = index == 0 || index == 2;
+    Cutout to{turn ? from.Width : from.Height, turn ? from.Height : from.Width, from.Code};
+    for (int row = 0; row < from.Height; ++row) {
+        for (int col = 0; col < from.Width; ++col) {
+            const Square square = Mapped(index, {row, col}, from.Height, from.Width);
+            to.Code[static_cast<std::size_t>(square.Row * to.Width + square.Col)] =
+                from.Code[static_cast<std::size_t>(row * from.Width + col)];
+        }
     }
-    return std::nullopt;
+    return to;
 }
 
 }  // namespace
@@ -113,35 +137,27 @@ void RecomputeExtent(Board& board) {
     }
 }
 
-TransformReply ShiftBoard(Board& board, int index) {
-    if (IsEmpty(board)) return {};
+bool ShiftBoard(Board& board, int index) {
+    if (IsEmpty(board)) return false;
     RecomputeExtent(board);
     const Offset offset = ShiftOffset(board, index);
     const int step = offset.Rows * Maxcol + offset.Cols;
-    if (step == 0) return {};
+    if (step == 0) return false;
     MoveExtent(board, offset.Rows, offset.Cols);
-    if (board.MaxRow > Maxrow ||
-        board.MaxCol > Maxcol) {  // can't happen; a guard for the day it can
-        const char* what = board.MaxRow > Maxrow ? "; Maxrow exceeded" : "; Maxcol exceeded";
-        return {false, "Fatal; Last case:" + std::to_string(index) + what +
-                           "\r\nI could not have reproduced this error"
-                           "\r\nI will thank any information."};
-    }
+    assert(board.MaxRow <= Maxrow && board.MaxCol <= Maxcol);
     MoveCells(board, step);
-    return {true, ""};
+    return true;
 }
 
-TransformReply MirrorRotate(Board& board, int index) {
-    if (index < 0 || index > 4 || IsEmpty(board)) return {};
+bool MirrorRotate(Board& board, int index) {
+    if (index < 0 || index > 4 || IsEmpty(board)) return true;
     const Board old = board;
     RecomputeExtent(board);
     const int height = board.MaxRow - board.MinRow + 1;
     const int width = board.MaxCol - board.MinCol + 1;
     if (width > Maxrow) {
         board = old;
-        return {false, "This level is " + std::to_string(width) +
-                           " columns wide; only levels of up to " + std::to_string(Maxrow) +
-                           " columns can be turned or mirrored"};
+        return false;
     }
     const bool turn = index == 0 || index == 2;
     const int minRow = board.MinRow;
@@ -160,7 +176,29 @@ TransformReply MirrorRotate(Board& board, int index) {
         }
     }
     RecomputeExtent(board);
-    return {true, ""};
+    return true;
+}
+
+std::optional<int> FindMan(const Board& board) {
+    const int known = board.ManPos;
+    if (known >= 0 && known < kCells && IsMan(board.Cell[static_cast<std::size_t>(known)])) {
+        return known;
+    }
+    for (int index = kCells - 1; index >= 0; --index) {
+        if (IsMan(board.Cell[static_cast<std::size_t>(index)])) return index;
+    }
+    return std::nullopt;
+}
+
+// The eight ways to lay a level: four turns, each with its mirror image.
+bool SameLevel(const Board& a, const Board& b) {
+    const Cutout wanted = CutOut(b);
+    Cutout turned = CutOut(a);
+    for (int quarter = 0; quarter < 4; ++quarter) {
+        if (turned == wanted || Turned(turned, 1) == wanted) return true;
+        turned = Turned(turned, 0);
+    }
+    return false;
 }
 
 }  // namespace kavit

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <array>
-#include <string>
-#include <string_view>
+#include <optional>
 
 #include "level/board.h"
 
@@ -11,26 +9,24 @@
 
 namespace kavit {
 
-inline constexpr std::array<std::string_view, 5> kShiftCaptions = {"Left", "Down", "Right", "Up",
-                                                                   "Center"};
-inline constexpr std::array<std::string_view, 5> kMirrorRotateCaptions = {
-    "+ 90", "H Mirror", "- 90", "V Mirror", "180"};
-
-struct TransformReply {
-    bool Changed = false;  // the board must be drawn again
-    std::string Message;   // a refusal to show, "" for none; the board is as it was then
-};
-
 // Sets the extent; 32767 and 0 when every square is floor.
 void RecomputeExtent(Board& board);
 
-// By the index of kShiftCaptions. A level that touches the edge stays. ManPos stays too: it is
-// found again when a solve starts.
-TransformReply ShiftBoard(Board& board, int index);
+// 0 left, 1 down, 2 right, 3 up, 4 to the middle. A level that touches the edge stays. ManPos stays
+// too: it is found again when a solve starts. False when nothing moved.
+bool ShiftBoard(Board& board, int index);
 
-// By the index of kMirrorRotateCaptions. The rectangle keeps its top left corner unless it would
-// pass the edge after a turn; it moves left and up then. The man moves with his square, and ManPos
-// with him. A level wider than the board is high is refused.
-TransformReply MirrorRotate(Board& board, int index);
+// 0 a quarter clockwise, 1 left and right swapped, 2 a quarter counter-clockwise, 3 top and bottom
+// swapped, 4 upside down. The rectangle keeps its top left corner unless it would pass the edge
+// after a turn; it moves left and up then. The man moves with his square, and ManPos with him.
+// False for a level wider than the board is high: it stays as it is.
+[[nodiscard]] bool MirrorRotate(Board& board, int index);
+
+// The man's index: ManPos when he is there, otherwise the last man on the board.
+[[nodiscard]] std::optional<int> FindMan(const Board& board);
+
+// Whether two boards hold the same level, wherever it lies and whichever way it is turned or
+// mirrored. The extents and ManPos do not count.
+[[nodiscard]] bool SameLevel(const Board& a, const Board& b);
 
 }  // namespace kavit

@@ -7,7 +7,7 @@
 #include <streambuf>
 #include <string>
 
-#include "app/shell/settings_file.h"
+#include "app/model/settings_file.h"
 #include "level/collection.h"
 #include "level/level_reader.h"
 #include "solver/solver.h"

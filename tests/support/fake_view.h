@@ -1,55 +1,34 @@
 #pragma once
 
-#include <array>
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "app/shell/shell_view.h"
-#include "level/board.h"
+#include "app/model/model.h"
 
-// A window without a window: it remembers what it was told and answers questions from a list.
-class FakeView final : public kavit::ShellView {
+// A window without a window: it keeps what it was shown, answers questions from a list, and runs a
+// search on the spot.
+class FakeView final : public kavit::View, private kavit::SolveObserver {
   public:
-    using Control = kavit::Control;
-
-    void SetText(Control control, const std::string& text) override { At(control).Text = text; }
-    [[nodiscard]] std::string Text(Control control) const override { return At(control).Text; }
-    void SetEnabled(Control control, bool enabled) override { At(control).Enabled = enabled; }
-    void SetVisible(Control control, bool visible) override { At(control).Visible = visible; }
-    void SetChecked(Control control, bool checked) override { At(control).Checked = checked; }
-    [[nodiscard]] bool Checked(Control control) const override { return At(control).Checked; }
-    void SetUnderlined(Control control, bool underlined) override {
-        At(control).Underlined = underlined;
-    }
-    void SetReadOnly(Control /*control*/, bool readOnly) override { ReadOnly = readOnly; }
-    void SetFocus(Control control) override { Focus = control; }
-    void SetTitle(const std::string& title) override { Title = title; }
-    void SetProgressRange(int most) override { ProgressMost = most; }
-    void SetProgress(int value) override { Progress = value; }
-    void ShowCell(int index, kavit::Picture picture) override {
-        Cells[static_cast<std::size_t>(index)] = picture;
-        ++CellsShown;
-    }
-    void Message(const std::string& text) override { Boxes.push_back(text); }
-    void Notice(const std::string& text) override { Boxes.push_back(text); }
-    [[nodiscard]] bool AskOkCancel(const std::string& text) override { return AskYesNo(text); }
-    [[nodiscard]] bool AskYesNo(const std::string& text) override {
+    void Show(const kavit::Screen& screen) override { Now = screen; }
+    void Focus(kavit::Place place) override { Focused = place; }
+    void Say(const std::string& text) override { Boxes.push_back(text); }
+    [[nodiscard]] kavit::Choice Ask(const std::string& text, kavit::Choices /*choices*/) override {
         Boxes.push_back(text);
-        if (Answers.empty()) return true;
-        const bool answer = Answers.front();
+        if (Answers.empty()) return kavit::Choice::Yes;
+        const kavit::Choice answer = Answers.front();
         Answers.pop_front();
         return answer;
     }
-    [[nodiscard]] std::optional<std::string> AskOpenFile(const std::string& folder,
+    [[nodiscard]] std::optional<std::string> AskOpenFile(const std::string& /*folder*/,
                                                          const std::string& /*name*/) override {
-        AskedFolder = folder;
-        return File;
+        return OpenFile;
     }
-    [[nodiscard]] std::optional<std::string> AskSaveFile(const std::string& folder,
+    [[nodiscard]] std::optional<std::string> AskSaveFile(kavit::FileKind /*kind*/,
+                                                         const std::string& /*folder*/,
                                                          const std::string& name) override {
-        AskedFolder = folder;
         AskedName = name;
         return SaveFile;
     }
@@ -63,82 +42,65 @@ class FakeView final : public kavit::ShellView {
     void ShowHelp(int topic, const std::string& levelName) override {
         Help = std::to_string(topic) + levelName;
     }
-    void ProcessEvents() override {
-        // One handler at a time: what it sets off finds a window that is busy with it.
-        auto handler = OnEvents;
-        if (!handler) return;
-        OnEvents = nullptr;
-        handler();
-        if (!OnEvents) OnEvents = handler;
+    void StartSearch(kavit::SolveSession& session, const kavit::SolveRequest& request) override {
+        Request = request;
+        kavit::SolveReport report = session.Run(request, *this);
+        if (OnReport) OnReport(report);
+        Run([&](kavit::Model& m) { m.Solve.SearchEnded(std::move(report)); });
     }
-    void Repaint() override {}
     void Quit() override { ++Quits; }
 
-    // The box that was shown last, "" for none; the list is emptied.
-    std::string TakeBox() {
-        const std::string box = Boxes.empty() ? "" : Boxes.back();
-        Boxes.clear();
-        return box;
-    }
-    [[nodiscard]] bool Shown(Control control) const { return At(control).Visible; }
-    [[nodiscard]] bool On(Control control) const { return At(control).Enabled; }
-    [[nodiscard]] bool Underlined(Control control) const { return At(control).Underlined; }
-    // "SOLVE/ANIM" with "-" before what is disabled.
-    [[nodiscard]] std::string Buttons() const {
-        std::string text;
-        for (const Control button : {Control::btnSOLVE, Control::btnANIM, Control::btnCLEAR}) {
-            if (!text.empty()) text += " ";
-            text +=
-                (On(button) ? "" : "-") + (button == Control::btnCLEAR ? "CLEAR" : Text(button));
-        }
-        return text;
-    }
-    [[nodiscard]] std::string Lines() const {
-        return Text(Control::txtLeft) + "|" + Text(Control::txtRight);
-    }
+    void Run(const std::function<void(kavit::Model&)>& command) { Owner->Run(command); }
 
-    std::array<kavit::Picture, kavit::kCells> Cells{};
-    int CellsShown = 0;
-    bool ReadOnly = false;
-    Control Focus = Control::btnSOLVE;
-    std::string Title;
-    int ProgressMost = 0;
-    int Progress = 0;
+    // The boxes that were shown, joined by " / "; the list is emptied.
+    std::string TakeBoxes() {
+        std::string boxes;
+        for (const std::string& box : Boxes) boxes += (boxes.empty() ? "" : " / ") + box;
+        Boxes.clear();
+        return boxes;
+    }
+    // "SOLVE ANIM CLEAR" with "-" before what is disabled.
+    [[nodiscard]] std::string Buttons() const {
+        return (Now.SolveOn ? "" : "-") + Now.SolveCaption + (Now.AnimOn ? " " : " -") +
+               Now.AnimCaption + (Now.ClearOn ? " CLEAR" : " -CLEAR");
+    }
+    [[nodiscard]] std::string Lines() const { return Now.Left + "|" + Now.Right; }
+
+    kavit::Model* Owner = nullptr;
+    kavit::Screen Now;
+    kavit::Place Focused = kavit::Place::NextButton;
     std::vector<std::string> Boxes;
-    std::deque<bool> Answers;
-    std::optional<std::string> File;
+    std::deque<kavit::Choice> Answers;
+    std::optional<std::string> OpenFile;
     std::optional<std::string> SaveFile;
     std::optional<std::string> Typed;
-    std::string AskedFolder;
     std::string AskedName;
     std::string Clip;
     std::string Help;
+    kavit::SolveRequest Request;
     int Quits = 0;
-    std::function<void()> OnEvents;
+    // What the user does while a search runs: called at whatever the search says.
+    std::function<void(kavit::Model&)> DuringSearch;
+    // What becomes of a report on its way to the model.
+    std::function<void(kavit::SolveReport&)> OnReport;
 
   private:
-    struct State {
-        std::string Text;
-        bool Enabled = true;
-        bool Visible = true;
-        bool Checked = false;
-        bool Underlined = false;
-    };
-    State& At(Control control) { return states_[static_cast<std::size_t>(control)]; }
-    [[nodiscard]] const State& At(Control control) const {
-        return states_[static_cast<std::size_t>(control)];
+    void ShowMsg(kavit::Result /*message*/, const kavit::MessageLines& lines) override {
+        Run([&](kavit::Model& m) { m.Solve.SearchSaid(lines); });
+        Interrupt();
     }
-    std::array<State, std::size(kavit::kControlNames)> states_;
-};
-
-// Every look at the clock of milliseconds takes 25 of them, so that each look is one to yield at.
-class FakeClock final : public kavit::ShellClock {
-  public:
-    [[nodiscard]] double SecondsOfDay() const override { return Seconds; }
-    [[nodiscard]] double Milliseconds() const override { return ms_ += 25; }
-
-    double Seconds = 1000;
-
-  private:
-    mutable double ms_ = 0;
+    void ShowProgress(const kavit::SolveProgress& progress) override {
+        Run([&](kavit::Model& m) { m.Solve.SearchCame(progress); });
+    }
+    void ShowSide(char side) override {
+        Run([&](kavit::Model& m) { m.Solve.SideChanged(side); });
+        Interrupt();
+    }
+    // One at a time: what it sets off finds a window that is busy with it.
+    void Interrupt() {
+        const auto action = std::exchange(DuringSearch, nullptr);
+        if (!action) return;
+        Run(action);
+        if (!DuringSearch) DuringSearch = action;
+    }
 };

@@ -1,0 +1,70 @@
+#include "app/model/choices_control.h"
+
+namespace kavit {
+namespace {
+
+constexpr int kEggCode = 231;
+constexpr const char* kOptLetters[] = {"N", "S", "M", "P"};
+
+}  // namespace
+
+void ChoicesControl::Show() {
+    const int level = settings_.Values().OptLevel;
+    desk_.Screen.SeaType = seaType_;
+    desk_.Screen.OptLevel = level;
+    desk_.Screen.HashCase = hashCase_;
+    desk_.Screen.OptSpecial = optSpecial_;
+    desk_.Screen.Optimizer = kOptLetters[level];
+    desk_.Screen.OptimizerUnderlined = optSpecial_;
+    desk_.Screen.ExpertMenus = !hideExpert_;
+}
+
+// Both, entry 3, is stored as 0.
+void ChoicesControl::SearchChosen(int index) {
+    if (!desk_.Refused(Need::Change)) seaType_ = index % 3;
+    Show();
+}
+
+void ChoicesControl::OptChosen(int level) {
+    if (desk_.Refused(Need::Change) || level == settings_.Values().OptLevel ||
+        desk_.Refused(Need::Levels)) {
+        return;
+    }
+    settings_.SetOptLevel(level);
+    if (level < 2) optSpecial_ = false;
+    Show();
+    levels_.Restart();
+}
+
+void ChoicesControl::SpecialChosen() {
+    if (!desk_.Refused(Need::Change) && settings_.Values().OptLevel >= 2) {
+        optSpecial_ = !optSpecial_;
+    }
+    Show();
+}
+
+// In the editor SOLVE and DONE stay as they are, and the board is not solved anyway.
+void ChoicesControl::HashChosen(int index) {
+    if (desk_.Refused(Need::Hash)) return;
+    hashCase_ = index;
+    if (!IsEditing(desk_.Now())) solution_.SetAside();
+    solution_.Forget();
+    desk_.Fire(Event::OptionChanged);
+    Show();
+}
+
+void ChoicesControl::LetterDoubleClicked() {
+    if (eggCode_ != kEggCode || !hideExpert_) return;
+    desk_.Say("You found an EsterEgg\r\n\r\nLook at Search, Optimizer and Hash menus");
+    hideExpert_ = false;
+    Show();
+}
+
+SolverOptions ChoicesControl::Options() const {
+    return {.OptLevel = static_cast<OptLevel>(settings_.Values().OptLevel),
+            .SeaType = static_cast<SeaType>(seaType_),
+            .HashCase = static_cast<HashCase>(hashCase_),
+            .OptSpecial = optSpecial_};
+}
+
+}  // namespace kavit

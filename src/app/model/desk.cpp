@@ -1,0 +1,51 @@
+#include "app/model/desk.h"
+
+namespace kavit {
+
+bool Desk::Refused(Need need) {
+    const char* const text = RefusalOf(Now(), need);
+    if (text != nullptr) Say(text);
+    return text != nullptr;
+}
+
+void Desk::Show() {
+    const Buttons buttons = ButtonsOf(machine_);
+    Screen.SolveCaption = buttons.Solve;
+    Screen.SolveOn = buttons.SolveOn;
+    Screen.AnimCaption = buttons.Anim;
+    Screen.AnimOn = buttons.AnimOn;
+    Screen.ClearOn = buttons.ClearOn;
+    Screen.BoxVisible = HasBox(Now());
+    Screen.BoxReadOnly = Now() == State::ShowingText;
+    Screen.Editing = IsEditing(Now());
+    Screen.Solving = Now() == State::Solving;
+    Screen.Playing = IsPlaying(Now());
+    view_.Show(Screen);
+}
+
+void Desk::ShowMsg(Result number, const MessageValues& values) {
+    PutLines(messages_.ShowMsg(number, values));
+}
+
+void Desk::PutLines(const MessageLines& lines) {
+    if (lines.Left) Screen.Left = *lines.Left;
+    if (lines.Right) Screen.Right = *lines.Right;
+}
+
+void Desk::ShowBoard(const Board& board, Picture man) {
+    for (std::size_t cell = 0; cell < board.Cell.size(); ++cell) {
+        Screen.Cells[cell] = board.Cell[cell] == kMan ? man : PictureOf(board.Cell[cell]);
+    }
+}
+
+void Desk::SetTitle(const std::string& rest) {
+    Screen.Title = rest.empty() ? program_ : program_ + " " + rest;
+}
+
+void Desk::ClearLabels() {
+    Screen.Debug.clear();
+    Screen.Timer.clear();
+    Screen.Side.clear();
+}
+
+}  // namespace kavit

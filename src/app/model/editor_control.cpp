@@ -1,0 +1,102 @@
+#include "app/model/editor_control.h"
+
+#include "level/editor.h"
+#include "level/transform.h"
+
+namespace kavit {
+
+void EditorControl::Open() {
+    if (desk_.Refused(Need::Edit) || IsEditing(desk_.Now())) return;
+    solution_.SetAside();
+    settings_.ApplyPending();
+    before_ = levels_.Level();
+    desk_.Fire(Event::EditOpened);
+    desk_.SetTitle("Editing");
+    desk_.ShowMsg(Result::Editing);
+    desk_.Screen.Progress = 0;
+    dragging_ = false;
+    man_ = Picture::ManDown;
+    SelectTool(kWall);
+    ShowBoard();
+}
+
+void EditorControl::Done() {
+    if (!IsEditing(desk_.Now())) return;
+    desk_.Fire(Event::EditClosed);
+    dragging_ = false;
+    tool_ = desk_.Screen.Tool = kNoTool;
+    OpenLevel& level = levels_.Level();
+    if (level.Board.Cell != before_.Board.Cell) level.Bad = false;
+    solution_.Forget();
+    desk_.SetTitle(level.Name());
+    desk_.ClearLabels();
+    desk_.ShowMsg(Result::Ok);
+    desk_.Window().Focus(Place::NextButton);
+}
+
+void EditorControl::UndoAll() {
+    const OpenLevel& level = levels_.Level();
+    if (level.Board == before_.Board && level.FileName == before_.FileName) return Done();
+    if (desk_.Window().Ask("Undo all changes since the editing began?", Choices::YesNo) !=
+        Choice::Yes) {
+        return;
+    }
+    dragging_ = false;
+    levels_.Level() = before_;
+    desk_.Fire(Event::EditUndone);
+    desk_.SetTitle("Editing");
+    ShowBoard();
+}
+
+void EditorControl::SelectTool(int tool) {
+    if (tool < 0 || tool >= kTools) return;
+    tool_ = desk_.Screen.Tool = tool;
+}
+
+void EditorControl::CellDown(int index) {
+    if (!IsEditing(desk_.Now())) return;
+    if (PaintsMan() && tool_ != kManOnGoal) man_ = PictureOf(tool_);
+    dragging_ = Paint(index, "You can't erase the Man") && !PaintsMan();
+}
+
+void EditorControl::CellMove(int index) {
+    if (IsEditing(desk_.Now()) && dragging_) (void)Paint(index, "Can't drag over the Man");
+}
+
+// False when the man stands there: only another man takes his place.
+bool EditorControl::Paint(int index, const char* refusal) {
+    // The three men who look to a side are the man.
+    const int code = PaintsMan() && tool_ != kManOnGoal ? kMan : tool_;
+    const bool painted = PaintCell(levels_.Level().Board, index, static_cast<std::uint8_t>(code));
+    if (!painted) desk_.Say(refusal);
+    ShowBoard();
+    return painted;
+}
+
+void EditorControl::Shift(int index) {
+    if (!IsEditing(desk_.Now())) return;
+    if (ShiftBoard(levels_.Level().Board, index)) ShowBoard();
+}
+
+void EditorControl::MirrorRotate(int index) {
+    if (!IsEditing(desk_.Now())) return;
+    Board& board = levels_.Level().Board;
+    if (!kavit::MirrorRotate(board, index)) {
+        Board cut = board;
+        RecomputeExtent(cut);
+        desk_.Say("This level is " + std::to_string(cut.MaxCol - cut.MinCol + 1) +
+                  " columns wide; only levels of up to " + std::to_string(Maxrow) +
+                  " columns can be turned or mirrored");
+    }
+    ShowBoard();
+}
+
+// CLEAR, in the editor or not.
+void EditorControl::Clear() {
+    if (desk_.Refused(Need::Exit)) return;
+    if (!IsEditing(desk_.Now())) desk_.ShowMsg(Result::StartUp);
+    dragging_ = false;
+    levels_.Clear();
+}
+
+}  // namespace kavit

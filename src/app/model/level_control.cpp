@@ -1,0 +1,214 @@
+#include "app/model/level_control.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "app/model/examples.h"
+#include "level/transform.h"
+#include "output/atomic_file.h"
+
+namespace kavit {
+
+bool OpenLevel::Built() const {
+    return !AsRead || !SameLevel(Board, *AsRead);
+}
+
+void LevelControl::PrepareWindow() {
+    solution_.SetAside();
+    settings_.ApplyPending();
+    if (solution_.Known()) return;  // its line stays until a level takes the board
+    desk_.Screen.Progress = 0;
+    desk_.Screen.Left.clear();
+    desk_.Screen.Right.clear();
+}
+
+void LevelControl::Open() {
+    if (desk_.Refused(Need::Levels)) return;
+    PrepareWindow();
+    const auto answer = desk_.Window().AskOpenFile(files_.Folder().string(), files_.OpenFileName());
+    if (answer && !answer->empty()) OpenPath(*answer);
+}
+
+void LevelControl::OpenGiven(const std::string& fullName) {
+    if (desk_.Refused(Need::Levels)) return;
+    PrepareWindow();
+    OpenPath(fullName);
+}
+
+void LevelControl::OpenPath(const std::string& fullName) {
+    LevelFolder files = files_;
+    const std::string fault = files.Open(fullName);
+    if (!fault.empty()) return desk_.Say(fault);
+    OpenCurrent(std::move(files), true);
+}
+
+void LevelControl::Step(int step) {
+    if (desk_.Refused(Need::Levels)) return;
+    PrepareWindow();
+    LevelFolder files = files_;
+    const std::string fault = step > 0 ? files.Next() : files.Previous();
+    if (!fault.empty()) return desk_.Say(fault);
+    OpenCurrent(std::move(files), true);
+}
+
+void LevelControl::Restart() {
+    if (desk_.Refused(Need::Levels)) return;
+    PrepareWindow();
+    solution_.Forget();
+    desk_.Fire(Event::Restarted);
+    desk_.Screen.Progress = 0;
+    ShowLevel();
+    desk_.ShowMsg(Result::LevelOpened);
+}
+
+void LevelControl::Example(int index) {
+    if (desk_.Refused(Need::Hash)) return;
+    LevelFolder files = files_;
+    std::string fault;
+    if (index == kExampleOther) {
+        const auto answer = desk_.Window().AskText(
+            "File to Read", "Enter file name\r\nDefault extension .xsb", files_.OtherName());
+        if (!answer || answer->empty()) return;
+        fault = files.OpenOther(*answer);
+    } else if (index == kExampleNext) {
+        fault = files.OpenNextNumbered();
+    } else {
+        const auto* const example =
+            std::find_if(std::begin(kExamples), std::end(kExamples),
+                         [index](const kavit::Example& e) { return e.Index == index; });
+        if (example != std::end(kExamples)) fault = files.OpenExample(example->File);
+    }
+    if (!fault.empty()) return desk_.Say(fault);
+    OpenCurrent(std::move(files), false);
+}
+
+// Reads the current file of `files`, which counts as ours from here on.
+void LevelControl::OpenCurrent(LevelFolder files, bool fromList) {
+    if (!MayLeave()) return;
+    OpenLevel opened;
+    opened.FileName = files.LevelName();
+    opened.Board = level_.Board;
+    const ReadReply reply = Read(files.LevelPath(), opened.Board);
+    if (reply.Cancelled) return desk_.Window().Quit();
+    opened.Bad = !reply.Loaded();
+    opened.AsRead = opened.Board;
+    files_ = std::move(files);
+    level_ = std::move(opened);
+    kept_ = level_.Board;
+    solution_.Forget();
+    desk_.Fire(level_.Bad ? Event::LevelFailed : Event::LevelRead);
+    desk_.SetTitle(level_.FileName);
+    desk_.Screen.Progress = 0;
+    ShowLevel();
+    if (level_.Bad) {
+        desk_.ShowMsg(reply.Code);
+        return ShowPlace(reply);
+    }
+    desk_.ShowMsg(fromList ? Result::LevelOpened : Result::Ok);
+}
+
+// A pipe that nobody writes to would stop the window for ever.
+ReadReply LevelControl::Read(const std::filesystem::path& file, Board& board) {
+    std::error_code error;
+    if (std::filesystem::is_fifo(file, error)) {
+        return {Result::CantOpen, false, {}, "it is a pipe"};
+    }
+    return ReadLevelFile(file.string(), board, [this](const InvalidChar& invalid) {
+        return AskInvalid(invalid, "OK reads on, Cancel ends the program.");
+    });
+}
+
+InvalidCharAnswer LevelControl::AskInvalid(const InvalidChar& invalid, const char* otherwise) {
+    const std::string text = InvalidCharText(invalid.Character) + "\n\n" + otherwise;
+    return desk_.Window().Ask(text, Choices::OkCancel) == Choice::Yes ? InvalidCharAnswer::Space
+                                                                      : InvalidCharAnswer::Cancel;
+}
+
+void LevelControl::ShowLevel() {
+    desk_.ShowBoard(level_.Board);
+    desk_.ClearLabels();
+}
+
+void LevelControl::ShowPlace(const ReadReply& reply) {
+    if (!reply.Reason.empty()) {
+        desk_.Screen.Debug = reply.Reason;
+    } else if (reply.Place.Line > 0) {
+        desk_.Screen.Debug = "line " + std::to_string(reply.Place.Line) + ", column " +
+                             std::to_string(reply.Place.Column);
+    }
+}
+
+void LevelControl::TakePasted(const Board& board) {
+    level_ = {board, std::nullopt, "", false};
+    kept_ = board;
+    solution_.Forget();
+    desk_.Fire(Event::ImportTaken);
+    desk_.SetTitle("");
+    ShowLevel();
+    desk_.ShowMsg(Result::CanEditBoard);
+}
+
+void LevelControl::Clear() {
+    ClearBoard(level_.Board);
+    level_ = {level_.Board, std::nullopt, "", false};
+    if (!IsEditing(desk_.Now())) kept_ = level_.Board;
+    solution_.Forget();
+    desk_.Fire(Event::Cleared);
+    desk_.SetTitle("");
+    desk_.Screen.Progress = 0;
+    ShowLevel();
+}
+
+void LevelControl::Copy() {
+    desk_.Window().SetClipboard(BoardText(level_.Board, "\n"));
+    if (desk_.Now() != State::Solving) desk_.Screen.Right = "The board is on the clipboard";
+}
+
+// An empty board is no loss.
+bool LevelControl::Unsaved() const {
+    return level_.Board.Cell != kept_.Cell && level_.Board.Cell != Board().Cell;
+}
+
+bool LevelControl::MayLeave() {
+    if (!Unsaved()) return true;
+    switch (desk_.Window().Ask("The board was changed. Save it?", Choices::SaveDiscardCancel)) {
+        case Choice::Yes:
+            return SaveAs();
+        case Choice::No:
+            return true;
+        case Choice::Cancel:
+            return false;
+    }
+    return false;
+}
+
+void LevelControl::Save() {
+    if (!desk_.Refused(Need::Change)) (void)SaveAs();
+}
+
+// False when the level is not in a file afterwards.
+bool LevelControl::SaveAs() {
+    const std::string suggested = level_.FileName.empty() ? "" : level_.FileName + ".xsb";
+    const auto answer =
+        desk_.Window().AskSaveFile(FileKind::Level, files_.Folder().string(), suggested);
+    if (!answer || answer->empty()) return false;
+    Board board = level_.Board;
+    RecomputeExtent(board);  // what was painted over may have lain further out
+    std::string fault = WriteWholeFile(*answer, BoardText(board, "\n"));
+    if (fault.empty()) fault = files_.Open(*answer);
+    if (!fault.empty()) {
+        desk_.Say(fault);
+        return false;
+    }
+    kept_ = level_.Board;
+    level_.AsRead = level_.Board;
+    level_.FileName = files_.LevelName();
+    level_.Bad = false;
+    return true;
+}
+
+void LevelControl::Exit() {
+    if (!desk_.Refused(Need::Exit) && MayLeave()) desk_.Window().Quit();
+}
+
+}  // namespace kavit

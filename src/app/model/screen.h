@@ -1,0 +1,96 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "level/board.h"
+
+// All that the window shows, as one value. The model changes it and the view draws it; nothing is
+// ever read back from a widget. Texts are UTF-8 and are shown as written, never as markup.
+namespace kavit {
+
+// What a cell can look like.
+enum class Picture : std::uint8_t {
+    Floor,
+    Goal,
+    Box,
+    BoxOnGoal,
+    Wall,
+    ManOnGoal,
+    ManLeft,  // the four men stand in the order of Dir
+    ManDown,
+    ManRight,
+    ManUp,
+};
+inline constexpr int kPictures = 10;
+inline constexpr int kNoTool = -1;
+inline constexpr int kTools = 10;
+
+// The picture of a cell code or of a tool of the palette. A man who does not walk looks at the
+// user; the three further tools are men who look to the other sides.
+[[nodiscard]] constexpr Picture PictureOf(int code) {
+    constexpr std::array<Picture, kTools> pictures = {
+        Picture::Floor, Picture::Goal,     Picture::Box,     Picture::BoxOnGoal,
+        Picture::Wall,  Picture::ManDown,  Picture::ManLeft, Picture::ManRight,
+        Picture::ManUp, Picture::ManOnGoal};
+    return code >= 0 && code < kTools ? pictures[static_cast<std::size_t>(code)] : Picture::Floor;
+}
+
+// What stands in the fields of the settings panel.
+struct PanelFields {
+    std::string Memory;
+    std::string Blocks;
+    std::string Time;
+
+    bool operator==(const PanelFields&) const = default;
+};
+
+struct Screen {
+    std::string Title;
+
+    // btnSOLVE, btnANIM, btnCLEAR.
+    std::string SolveCaption;
+    std::string AnimCaption;
+    bool SolveOn = false;
+    bool AnimOn = false;
+    bool ClearOn = false;
+
+    // Status lines and labels.
+    std::string Left;
+    std::string Right;
+    std::string Timer;
+    std::string Side;
+    std::string Debug;
+    std::string Size;
+    std::string Optimizer;
+    bool OptimizerUnderlined = false;
+    std::int64_t ProgressMost = 0;
+    std::int64_t Progress = 0;
+
+    std::array<Picture, kCells> Cells{};
+
+    // The text box over the board.
+    bool BoxVisible = false;
+    bool BoxReadOnly = false;
+    std::string BoxText;
+
+    bool Editing = false;  // the editor's buttons instead of the progress bar
+    int Tool = kNoTool;
+    bool Solving = false;  // the clock of a solve runs
+    bool Playing = false;  // the clock of the replay runs
+
+    bool PanelVisible = false;
+    PanelFields Panel;
+    bool WriteSol = false;
+    bool NoWriteSol = false;
+
+    // The checked entries of the menus, and whether the hidden ones are there.
+    int SeaType = 0;
+    int OptLevel = 0;
+    int HashCase = 0;
+    bool OptSpecial = false;
+    bool ExpertMenus = false;
+};
+
+}  // namespace kavit

@@ -1,0 +1,94 @@
+#include "app/view/dialogs.h"
+
+#include <QInputDialog>
+#include <QMessageBox>
+
+#include "app/view/file_dialog.h"
+#include "app/view/plain_box.h"
+#include "app/view/plain_text.h"
+
+namespace kavit {
+namespace {
+
+std::optional<std::string> Chosen(const QString& path) {
+    if (path.isEmpty()) return std::nullopt;
+    return ToPath(path);
+}
+
+}  // namespace
+
+void ShowBox(QWidget* parent, const QString& text) {
+    auto* box = new QMessageBox(parent);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    PutPlain(*box, text);
+    for (const QMessageBox* other : parent->findChildren<QMessageBox*>()) {
+        if (other != box && other->isVisible() && other->text() == box->text()) {
+            delete box;
+            return;
+        }
+    }
+    box->open();
+}
+
+Choice AskBox(QWidget* parent, const QString& text, Choices choices) {
+    QMessageBox box(parent);
+    PutPlain(box, text);
+    switch (choices) {
+        case Choices::OkCancel:
+            box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
+            break;
+        case Choices::YesNo:
+            box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+            break;
+        case Choices::SaveDiscardCancel:
+            box.setStandardButtons(QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+            break;
+    }
+    switch (box.exec()) {
+        case QMessageBox::Ok:
+        case QMessageBox::Yes:
+        case QMessageBox::Save:
+            return Choice::Yes;
+        case QMessageBox::No:
+        case QMessageBox::Discard:
+            return Choice::No;
+        default:
+            return Choice::Cancel;
+    }
+}
+
+std::optional<std::string> AskForOpenFile(QWidget* parent, const std::string& folder,
+                                          const std::string& name) {
+    FileDialog dialog(parent, QObject::tr("Open File"), FromPath(folder));
+    dialog.setObjectName(QStringLiteral("CommonDialog1"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setNameFilters({QObject::tr("Sokoban Levels (*.xsb)"), QObject::tr("All Files (*)")});
+    return Chosen(dialog.Ask(FromPath(name)));
+}
+
+std::optional<std::string> AskForSaveFile(QWidget* parent, FileKind kind, const std::string& folder,
+                                          const std::string& name) {
+    const bool solution = kind == FileKind::Solution;
+    FileDialog dialog(parent, solution ? QObject::tr("Save Solution") : QObject::tr("Save Level"),
+                      FromPath(folder));
+    dialog.setObjectName(solution ? QStringLiteral("dlgSaveSolution")
+                                  : QStringLiteral("dlgSaveLevel"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setDefaultSuffix(solution ? QStringLiteral("sol") : QStringLiteral("xsb"));
+    dialog.setNameFilter(solution ? QObject::tr("Sokoban Solution (*.sol)")
+                                  : QObject::tr("Sokoban Levels (*.xsb)"));
+    return Chosen(dialog.Ask(FromPath(name)));
+}
+
+std::optional<std::string> AskForText(QWidget* parent, const QString& title, const QString& prompt,
+                                      const QString& answer) {
+    QInputDialog dialog(parent);
+    dialog.setWindowTitle(title);
+    dialog.setLabelText(prompt);
+    dialog.setTextValue(answer);
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    return Utf8(dialog.textValue());
+}
+
+}  // namespace kavit

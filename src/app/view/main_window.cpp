@@ -1,0 +1,272 @@
+#include "app/view/main_window.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QGridLayout>
+#include <QMimeData>
+#include <QScreen>
+#include <QShortcut>
+#include <QTimer>
+#include <QUrl>
+#include <chrono>
+
+#include "app/view/board_view.h"
+#include "app/view/command_column.h"
+#include "app/view/dialogs.h"
+#include "app/view/help_window.h"
+#include "app/view/menus.h"
+#include "app/view/palette_view.h"
+#include "app/view/plain_text.h"
+#include "app/view/search_thread.h"
+#include "app/view/settings_panel.h"
+#include "app/view/status_view.h"
+#include "app/view/text_box.h"
+
+// Artwork and help texts lie in a library, whose resources are not found unless asked for.
+static void LoadResources() {
+    Q_INIT_RESOURCE(art);
+    Q_INIT_RESOURCE(help);
+}
+
+namespace kavit {
+namespace {
+
+constexpr int kWatchMs = 1000;
+constexpr int kAnimMs = 250;
+
+double SteadySeconds() {
+    const auto now = std::chrono::steady_clock::now().time_since_epoch();
+    return std::chrono::duration<double>(now).count();
+}
+
+}  // namespace
+
+MainWindow::MainWindow(const std::string& program, const std::filesystem::path& folder)
+    : model_(new Model(*this, program, folder, SteadySeconds)),
+      menus_(new Menus(this, [this](const auto& command) { Run(command); })),
+      boardArea_(new QWidget(this)),
+      board_(new BoardView(boardArea_)),
+      text_(new TextBox(boardArea_)),
+      column_(new CommandColumn(this)),
+      status_(new StatusView(this)),
+      watch_(new QTimer(this)),
+      anim_(new QTimer(this)),
+      search_(std::make_unique<SearchThread>(nullptr)) {
+    LoadResources();
+    setObjectName(QStringLiteral("Form1"));
+    setAcceptDrops(true);
+    MakeTimers();
+    LayOut();
+    Connect();
+    MakeShortcuts();
+    OrderFocus();
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::Run(const std::function<void(Model&)>& command) {
+    model_->Run(command);
+}
+
+void MainWindow::OpenGiven(const std::string& fullName) {
+    Run([&](Model& m) { m.Levels.OpenGiven(fullName); });
+}
+
+void MainWindow::MakeTimers() {
+    watch_->setObjectName(QStringLiteral("TimerWatch"));
+    watch_->setInterval(kWatchMs);
+    connect(watch_, &QTimer::timeout, this, [this] { Run([](Model& m) { m.Solve.WatchTick(); }); });
+    anim_->setObjectName(QStringLiteral("TimerAnim"));
+    anim_->setInterval(kAnimMs);
+    connect(anim_, &QTimer::timeout, this,
+            [this] { Run([](Model& m) { m.Solution.AnimTick(); }); });
+}
+
+// The text box lies over the board and takes its place while it is shown.
+void MainWindow::LayOut() {
+    auto* over = new QGridLayout(boardArea_);
+    over->setContentsMargins(0, 0, 0, 0);
+    over->addWidget(board_, 0, 0);
+    over->addWidget(text_, 0, 0);
+    text_->raise();
+
+    auto* center = new QWidget(this);
+    auto* grid = new QGridLayout(center);
+    grid->addWidget(boardArea_, 0, 0);
+    grid->addWidget(column_, 0, 1);
+    grid->addWidget(status_, 1, 0, 1, 2);
+    grid->setColumnStretch(0, 1);
+    grid->setRowStretch(0, 1);
+    setCentralWidget(center);
+    column_->setMinimumWidth(column_->sizeHint().width());  // the panel must not move the board
+    resize(sizeHint().boundedTo(screen()->availableSize() * 9 / 10));
+}
+
+void MainWindow::Connect() {
+    connect(column_, &CommandColumn::SolveClicked, this,
+            [this] { Run([](Model& m) { m.SolveClicked(); }); });
+    connect(column_, &CommandColumn::AnimReleased, this,
+            [this](bool left) { Run([=](Model& m) { m.AnimReleased(left); }); });
+    connect(column_, &CommandColumn::ClearClicked, this,
+            [this] { Run([](Model& m) { m.Editor.Clear(); }); });
+    connect(column_, &CommandColumn::LetterDoubleClicked, this,
+            [this] { Run([](Model& m) { m.Choices.LetterDoubleClicked(); }); });
+    connect(column_, &CommandColumn::ShiftClicked, this,
+            [this](int index) { Run([=](Model& m) { m.Editor.Shift(index); }); });
+    connect(column_, &CommandColumn::MirrorRotateClicked, this,
+            [this](int index) { Run([=](Model& m) { m.Editor.MirrorRotate(index); }); });
+    connect(column_->Palette(), &PaletteView::ToolClicked, this,
+            [this](int tool) { Run([=](Model& m) { m.PaletteClicked(tool); }); });
+
+    connect(board_, &BoardView::CellDown, this,
+            [this](int cell) { Run([=](Model& m) { m.Editor.CellDown(cell); }); });
+    connect(board_, &BoardView::CellMove, this,
+            [this](int cell) { Run([=](Model& m) { m.Editor.CellMove(cell); }); });
+    connect(board_, &BoardView::CellUp, this, [this] { Run([](Model& m) { m.Editor.CellUp(); }); });
+    connect(text_, &TextBox::Edited, this, [this](const QString& text) {
+        Run([&](Model& m) { m.Import.TextChanged(Utf8(text)); });
+    });
+
+    const SettingsPanel* panel = column_->Panel();
+    connect(panel, &SettingsPanel::Edited, this, [this](const PanelFields& fields) {
+        Run([&](Model& m) { m.Settings.Edited(fields); });
+    });
+    connect(panel, &SettingsPanel::SizeChosen, this,
+            [this] { Run([](Model& m) { m.Settings.SizeChosen(); }); });
+    connect(panel, &SettingsPanel::ApplyClicked, this,
+            [this] { Run([](Model& m) { m.Settings.Apply(); }); });
+    connect(panel, &SettingsPanel::CancelClicked, this,
+            [this] { Run([](Model& m) { m.Settings.Cancel(); }); });
+    connect(panel, &SettingsPanel::WriteSolClicked, this,
+            [this](bool on) { Run([=](Model& m) { m.Settings.SetWriteSol(on); }); });
+    connect(panel, &SettingsPanel::NoWriteSolClicked, this,
+            [this](bool on) { Run([=](Model& m) { m.Settings.SetNoWriteSol(on); }); });
+
+    connect(search_.get(), &SearchThread::Said, this, [this](const MessageLines& lines) {
+        Run([&](Model& m) { m.Solve.SearchSaid(lines); });
+    });
+    connect(search_.get(), &SearchThread::Came, this, [this](const SolveProgress& progress) {
+        Run([&](Model& m) { m.Solve.SearchCame(progress); });
+    });
+    connect(search_.get(), &SearchThread::Side, this,
+            [this](char side) { Run([=](Model& m) { m.Solve.SideChanged(side); }); });
+    connect(search_.get(), &SearchThread::Ended, this,
+            [this](const std::shared_ptr<SolveReport>& report) {
+                Run([&](Model& m) { m.Solve.SearchEnded(std::move(*report)); });
+            });
+}
+
+void MainWindow::MakeShortcuts() {
+    const auto add = [this](const QKeySequence& keys, auto command) {
+        connect(new QShortcut(keys, this), &QShortcut::activated, this, command);
+    };
+    add(Qt::Key_F5, [this] { column_->PressSolve(); });
+    add(Qt::Key_F6, [this] { column_->PressAnim(true); });
+    // What the right mouse button does there.
+    add(Qt::SHIFT | Qt::Key_F6, [this] { column_->PressAnim(false); });
+    add(Qt::Key_Escape, [this] { Run([](Model& m) { m.EscapePressed(); }); });
+}
+
+// Commands first, then what they work on.
+void MainWindow::OrderFocus() {
+    const QList<QWidget*> stops = column_->Stops() + QList<QWidget*>{board_, text_};
+    for (qsizetype i = 1; i < stops.size(); ++i) setTabOrder(stops[i - 1], stops[i]);
+    stops[0]->setFocus();
+}
+
+void MainWindow::Show(const Screen& screen) {
+    // "[*]" is the toolkit's mark for unsaved changes; doubled, it shows as written.
+    setWindowTitle(Shown(screen.Title).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
+    menus_->Show(screen);
+    board_->Show(screen.Cells);
+    text_->Show(screen);
+    column_->Show(screen);
+    status_->Show(screen);
+    const auto run = [](QTimer* timer, bool on) {
+        if (on && !timer->isActive()) timer->start();
+        if (!on) timer->stop();
+    };
+    run(watch_, screen.Solving);
+    run(anim_, screen.Playing);
+}
+
+void MainWindow::Focus(Place place) {
+    QWidget* widget = board_;
+    if (place == Place::TextBox) {
+        widget = text_;
+    } else if (place != Place::NextButton) {
+        widget = column_->Panel()->WidgetAt(place);
+    } else if (column_->NextButton() != nullptr) {
+        widget = column_->NextButton();
+    }
+    widget->setFocus(Qt::OtherFocusReason);
+}
+
+void MainWindow::Say(const std::string& text) {
+    ShowBox(this, Shown(text));
+}
+
+Choice MainWindow::Ask(const std::string& text, Choices choices) {
+    return AskBox(this, Shown(text), choices);
+}
+
+std::optional<std::string> MainWindow::AskOpenFile(const std::string& folder,
+                                                   const std::string& name) {
+    return AskForOpenFile(this, folder, name);
+}
+
+std::optional<std::string> MainWindow::AskSaveFile(FileKind kind, const std::string& folder,
+                                                   const std::string& name) {
+    return AskForSaveFile(this, kind, folder, name);
+}
+
+std::optional<std::string> MainWindow::AskText(const std::string& title, const std::string& prompt,
+                                               const std::string& answer) {
+    return AskForText(this, Shown(title), Shown(prompt), Shown(answer));
+}
+
+std::string MainWindow::Clipboard() const {
+    return Utf8(QApplication::clipboard()->text());
+}
+
+void MainWindow::SetClipboard(const std::string& text) {
+    QApplication::clipboard()->setText(Shown(text));
+}
+
+void MainWindow::ShowHelp(int topic, const std::string& levelName) {
+    if (help_ == nullptr) help_ = new HelpWindow(this);
+    help_->ShowTopic(topic, Shown(levelName));
+}
+
+void MainWindow::StartSearch(SolveSession& session, const SolveRequest& request) {
+    search_->Start(session, request);
+}
+
+void MainWindow::Quit() {
+    quitting_ = true;
+    close();
+    QApplication::quit();
+}
+
+// The close button is Exit, which may refuse or ask.
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (!quitting_) Run([](Model& m) { m.Levels.Exit(); });
+    event->setAccepted(quitting_);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    const QList<QUrl> urls = event->mimeData()->urls();
+    if (urls.isEmpty() || !urls.constFirst().isLocalFile()) return;
+    event->acceptProposedAction();
+    const std::string name = ToPath(urls.constFirst().toLocalFile());
+    // The program that the file was dragged from waits for the answer: open it afterwards.
+    QTimer::singleShot(0, this, [this, name] { OpenGiven(name); });
+}
+
+}  // namespace kavit

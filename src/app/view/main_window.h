@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QMainWindow>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "app/model/model.h"
+#include "app/model/view.h"
+
+class QTimer;
+
+namespace kavit {
+
+class BoardView;
+class CommandColumn;
+class HelpWindow;
+class Menus;
+class SearchThread;
+class StatusView;
+class TextBox;
+
+// The one window, Form1: its parts, joined to the model in both directions. What a command means
+// is not known here.
+class MainWindow : public QMainWindow, private View {
+    Q_OBJECT
+
+  public:
+    // `folder` is where the settings file lies.
+    MainWindow(const std::string& program, const std::filesystem::path& folder);
+    ~MainWindow() override;
+
+    // "" or why the program can't start.
+    [[nodiscard]] std::string Load() { return model_->Load(); }
+    void OpenGiven(const std::string& fullName);
+
+  protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+  private:
+    void MakeTimers();
+    void LayOut();
+    void Connect();
+    void MakeShortcuts();
+    void OrderFocus();
+    void Run(const std::function<void(Model&)>& command);
+
+    void Show(const Screen& screen) override;
+    void Focus(Place place) override;
+    void Say(const std::string& text) override;
+    [[nodiscard]] Choice Ask(const std::string& text, Choices choices) override;
+    [[nodiscard]] std::optional<std::string> AskOpenFile(const std::string& folder,
+                                                         const std::string& name) override;
+    [[nodiscard]] std::optional<std::string> AskSaveFile(FileKind kind, const std::string& folder,
+                                                         const std::string& name) override;
+    [[nodiscard]] std::optional<std::string> AskText(const std::string& title,
+                                                     const std::string& prompt,
+                                                     const std::string& answer) override;
+    [[nodiscard]] std::string Clipboard() const override;
+    void SetClipboard(const std::string& text) override;
+    void ShowHelp(int topic, const std::string& levelName) override;
+    void StartSearch(SolveSession& session, const SolveRequest& request) override;
+    void Quit() override;
+
+    std::unique_ptr<Model> model_;
+    Menus* menus_;
+    QWidget* boardArea_;
+    BoardView* board_;
+    TextBox* text_;
+    CommandColumn* column_;
+    StatusView* status_;
+    QTimer* watch_;
+    QTimer* anim_;
+    HelpWindow* help_ = nullptr;
+    std::unique_ptr<SearchThread> search_;  // goes before the model, whose solver it uses
+    bool quitting_ = false;
+};
+
+}  // namespace kavit

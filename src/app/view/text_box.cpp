@@ -1,0 +1,47 @@
+#include "app/view/text_box.h"
+
+#include <QKeyEvent>
+
+#include "app/view/plain_text.h"
+
+namespace kavit {
+
+TextBox::TextBox(QWidget* parent) : QPlainTextEdit(parent) {
+    setObjectName(QStringLiteral("rtxtImport"));
+    setAccessibleName(tr("Level or solution text"));
+    QFont courier(QStringLiteral("Courier"));
+    courier.setStyleHint(QFont::Monospace);
+    courier.setFixedPitch(true);
+    setFont(courier);
+    setTabChangesFocus(true);
+    setAcceptDrops(false);  // a file dropped here is opened by the window
+    connect(this, &QPlainTextEdit::textChanged, this, [this] { emit Edited(toPlainText()); });
+}
+
+void TextBox::Show(const Screen& screen) {
+    const QSignalBlocker blocked(this);  // what is shown here nobody typed
+    if (screen.BoxVisible) {
+        const QString text = Shown(screen.BoxText);
+        if (isReadOnly() != screen.BoxReadOnly || !isVisible() || toPlainText() != text) {
+            if (toPlainText() != text) setPlainText(text);
+            setReadOnly(screen.BoxReadOnly);
+            if (screen.BoxReadOnly) {  // the toolkit lets the mouse alone select such text
+                setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+            }
+        }
+    }
+    setVisible(screen.BoxVisible);
+}
+
+// While it is read-only the box leaves Ctrl+C to the window, which copies the solution, unless a
+// part of it is selected.
+bool TextBox::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride && textCursor().hasSelection() &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Copy)) {
+        event->accept();
+        return true;
+    }
+    return QPlainTextEdit::event(event);
+}
+
+}  // namespace kavit

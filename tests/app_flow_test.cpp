@@ -1,0 +1,831 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <map>
+#include <memory>
+#include <sstream>
+
+#include "app/model/model.h"
+#include "support/fake_view.h"
+#include "support/levels.h"
+#include "support/temp_folder.h"
+
+// What a user does with the window, step by step, and what the window shows then. A row is a script
+// of commands; the names of its levels are those below.
+namespace kavit {
+namespace {
+
+const std::map<std::string, std::string> kLevels = {
+    {"easy", test::kEasy},
+    {"unsolvable", test::kUnsolvable},
+    {"long", test::kLong},
+    {"strange", "#####\n#@$ #\n#####\n"},
+    {"frozen", "#####\n#$@.#\n#####\n"},
+    {"done", "####\n#@*#\n####\n"},
+    {"boxes", "############\n#@ $$$$$$$$$ #\n#  ......... #\n############\n"},
+    {"wide", "#####################\n"},
+    {"odd", "#####\n#x$.#\n#####\n"},
+    {"lev2", test::kEasy},
+    {"lev10", test::kEasy},
+    {"room", "#######\n#@ $ .#\n#     #\n#######\n"},
+};
+
+constexpr const char* kReadyLine = "You can edit this board (Menu File)|";
+constexpr const char* kSolvedLine = "Solution:  3/2|solution remained in Clipboard and 'TEXT'";
+constexpr const char* kRunning = "Solver is running";
+constexpr const char* kCantChange = "Can't change; Solver is running";
+constexpr const char* kAnimating = "Stop Animation first";
+constexpr const char* kUnsaved = "The board was changed. Save it?";
+
+class Flow {
+  public:
+    Flow() {
+        Settings small;
+        small.Fields = {200000, 8, 300};
+        small.NoWriteSol = true;
+        Files.Write("Kavit.ini", SettingsText(small));
+        Fault = Begin();
+    }
+    std::string Begin() {
+        View = FakeView();
+        Window = std::make_unique<Model>(View, "kavit", Files.Path(), [this] { return Seconds; });
+        View.Owner = Window.get();
+        return Window->Load();
+    }
+
+    template <typename Command>
+    void Run(Command command) {
+        Window->Run(command);
+    }
+    void Play(const std::string& script) {
+        std::istringstream words(script);
+        for (std::string word; words >> word;) Do(word);
+    }
+    // One word: a command, with its argument behind a colon.
+    void Do(const std::string& word) {
+        const std::size_t colon = word.find(':');
+        const std::string verb = word.substr(0, colon);
+        const std::string text = colon == std::string::npos ? "" : word.substr(colon + 1);
+        const int number = std::atoi(text.c_str());
+        const std::map<std::string, std::function<void(Model&)>> commands = {
+            {"open", [&](Model& m) { m.Levels.OpenGiven(File(text)); }},
+            {"openfile", [&](Model& m) { m.Levels.Open(); }},
+            {"restart", [](Model& m) { m.Levels.Restart(); }},
+            {"next", [](Model& m) { m.Levels.Step(1); }},
+            {"previous", [](Model& m) { m.Levels.Step(-1); }},
+            {"example", [&](Model& m) { m.Levels.Example(number); }},
+            {"copyboard", [](Model& m) { m.Levels.Copy(); }},
+            {"copy", [](Model& m) { m.Solution.Copy(); }},
+            {"exit", [](Model& m) { m.Levels.Exit(); }},
+            {"solve", [](Model& m) { m.SolveClicked(); }},
+            {"anim", [](Model& m) { m.AnimReleased(true); }},
+            {"animright", [](Model& m) { m.AnimReleased(false); }},
+            {"tick", [](Model& m) { m.Solution.AnimTick(); }},
+            {"clear", [](Model& m) { m.Editor.Clear(); }},
+            {"escape", [](Model& m) { m.EscapePressed(); }},
+            {"edit", [](Model& m) { m.Editor.Open(); }},
+            {"tool", [&](Model& m) { m.PaletteClicked(number); }},
+            {"down", [&](Model& m) { m.Editor.CellDown(number); }},
+            {"move", [&](Model& m) { m.Editor.CellMove(number); }},
+            {"up", [](Model& m) { m.Editor.CellUp(); }},
+            {"shift", [&](Model& m) { m.Editor.Shift(number); }},
+            {"turn", [&](Model& m) { m.Editor.MirrorRotate(number); }},
+            {"import", [](Model& m) { m.Import.Open(); }},
+            {"type", [&](Model& m) { m.Import.TextChanged(kLevels.at(text)); }},
+            {"typetext", [&](Model& m) { m.Import.TextChanged(text); }},
+            {"paste",
+             [&](Model& m) {
+                 View.Clip = text.empty() ? "no level" : kLevels.at(text);
+                 m.Import.Paste();
+             }},
+            {"search", [&](Model& m) { m.Choices.SearchChosen(number); }},
+            {"opt", [&](Model& m) { m.Choices.OptChosen(number); }},
+            {"special", [](Model& m) { m.Choices.SpecialChosen(); }},
+            {"hash", [&](Model& m) { m.Choices.HashChosen(number); }},
+            {"letter", [](Model& m) { m.Choices.LetterDoubleClicked(); }},
+            {"configure", [](Model& m) { m.Settings.Configure(); }},
+            {"apply", [](Model& m) { m.Settings.Apply(); }},
+            {"cancel", [](Model& m) { m.Settings.Cancel(); }},
+            {"memory", [&](Model& m) { Field(m, &PanelFields::Memory, text); }},
+            {"blocks", [&](Model& m) { Field(m, &PanelFields::Blocks, text); }},
+            {"time", [&](Model& m) { Field(m, &PanelFields::Time, text); }},
+            {"always", [](Model& m) { m.Settings.SetWriteSol(true); }},
+            {"ask", [](Model& m) { m.Settings.SetNoWriteSol(false); }},
+            {"yes", [&](Model&) { View.Answers.push_back(Choice::Yes); }},
+            {"no", [&](Model&) { View.Answers.push_back(Choice::No); }},
+            {"cancelled", [&](Model&) { View.Answers.push_back(Choice::Cancel); }},
+            // While the next search runs, as its first sign comes: a comma for each blank.
+            {"during",
+             [&](Model&) {
+                 std::string script = text;
+                 std::replace(script.begin(), script.end(), ',', ' ');
+                 View.DuringSearch = [this, script](Model&) {
+                     View.DuringSearch = [](Model&) {};
+                     Play(script);
+                 };
+             }},
+        };
+        const auto command = commands.find(verb);
+        ASSERT_NE(command, commands.end()) << word;
+        Run(command->second);
+    }
+    static void Field(Model& m, std::string PanelFields::*field, const std::string& text) {
+        PanelFields fields = Shown(m);
+        fields.*field = text;
+        m.Settings.Edited(fields);
+    }
+    static PanelFields Shown(Model& m);
+    std::string File(const std::string& name) {
+        const auto level = kLevels.find(name);
+        if (level == kLevels.end()) return Files.Path(name);
+        return Files.Write(name + ".xsb", level->second);
+    }
+    [[nodiscard]] const Screen& Now() const { return View.Now; }
+    [[nodiscard]] const Board& Level() const { return Window->Levels.Level().Board; }
+    [[nodiscard]] int At(int cell) const { return Level().Cell[static_cast<std::size_t>(cell)]; }
+    [[nodiscard]] int Men() const {
+        int men = 0;
+        for (const std::uint8_t code : Level().Cell) men += code >= kMan ? 1 : 0;
+        return men;
+    }
+
+    TempFolder Files;
+    FakeView View;
+    double Seconds = 1000;
+    std::string Fault;
+    std::unique_ptr<Model> Window;
+};
+
+Flow* playing = nullptr;
+PanelFields Flow::Shown(Model& /*m*/) {
+    return playing->Now().Panel;
+}
+
+struct Row {
+    const char* Script;
+    const char* Buttons;
+    const char* Lines = nullptr;  // nullptr: any
+    const char* Boxes = "";
+    const char* Title = nullptr;
+};
+
+class FlowTest : public testing::Test {
+  protected:
+    FlowTest() { playing = &flow; }
+    ~FlowTest() override { playing = nullptr; }
+    static void Check(const Row& row) {
+        Flow own;
+        playing = &own;
+        SCOPED_TRACE(row.Script);
+        own.Play(row.Script);
+        EXPECT_EQ(own.View.Buttons(), row.Buttons);
+        EXPECT_EQ(own.View.TakeBoxes(), row.Boxes);
+        if (row.Lines != nullptr) {
+            EXPECT_EQ(own.View.Lines(), row.Lines);
+        }
+        if (row.Title != nullptr) {
+            EXPECT_EQ(own.Now().Title, row.Title);
+        }
+    }
+    Flow flow;
+};
+
+// The captions, row by row of the table of states.
+TEST_F(FlowTest, Captions) {
+    constexpr const char* kBlank = "SOLVE -ANIM -CLEAR";
+    constexpr const char* kReady = "SOLVE -ANIM CLEAR";
+    constexpr const char* kText = "TEXT ANIM CLEAR";
+    constexpr const char* kOut = "STOP -ANIM -CLEAR";
+    constexpr const char* kStart =
+        "You can edit or import your board (File Menu)|or read it from a file (.xsb)";
+    const Row rows[] = {
+        {"", "-SOLVE -ANIM -CLEAR", kStart, "", "kavit"},
+        {"open:easy", kReady, kReadyLine, "", "kavit easy"},
+        {"open:easy solve", kText, kSolvedLine, "", "kavit easy"},
+        {"open:strange copy", kReady, "You can edit this board (Menu File)|Nothing to Show"},
+        {"open:strange solve", kReady, "Strange mapping ???|", "", "kavit strange"},
+        {"open:frozen solve", kReady, "There is, at least, one frozen block|"},
+        {"open:done solve", kReady, "Problem already solved|"},
+        {"open:unsolvable solve", kReady, nullptr, "", "kavit unsolvable"},
+        {"open:long during:solve solve", kReady, "Interrupted by user !|Analyzed up to 1 pushes"},
+        {"open:long during:escape solve", kReady, "Interrupted by user !|Analyzed up to 1 pushes"},
+        {"open:easy solve solve", "RETURN -ANIM CLEAR"},
+        {"open:easy solve solve solve", kText},
+        {"open:easy solve solve escape", kText},
+        {"open:easy solve restart", kReady, kReadyLine},
+        {"open:easy solve hash:2", kReady},
+        {"open:easy solve clear", kBlank, kStart, "", "kavit"},
+        {"open:easy clear solve", kReady, "Strange mapping ???|"},
+        {"hash:1", kBlank},
+        // A level that can't be read.
+        {"open:wide", "-SOLVE -ANIM -CLEAR", "Width puzzle exceed the maximum (19)|"},
+        {"open:easy solve open:wide", kReady, "Width puzzle exceed the maximum (19)|"},
+        {"open:easy open:wide solve", kReady, "Width puzzle exceed the maximum (19)|"},
+        {"open:easy open:gone.xsb", kReady, "can't open file, try again|"},
+        // Out of memory, and the ways on.
+        {"memory:50 apply open:long solve", kOut, nullptr, "", "kavit long"},
+        {"memory:50 apply open:long solve openfile", kOut},
+        {"memory:50 apply open:long solve solve", kReady, kReadyLine},
+        {"memory:50 apply open:long solve escape", kReady, kReadyLine},
+        {"memory:50 apply open:long solve memory:60 apply", kReady, kReadyLine},
+        {"memory:50 apply open:long solve restart", kReady, kReadyLine},
+        {"memory:50 apply open:long solve import solve", kOut},
+        {"memory:50 apply open:long solve open:easy solve", kText},
+        {"memory:50 apply open:long solve configure solve", kReady, kReadyLine},
+        // Import.
+        {"import", "RETURN -ANIM -CLEAR",
+         "You can paste a board (xsb format) from the clipboard (CTRL-V)|"},
+        {"import solve", kBlank},
+        {"import escape", kBlank},
+        {"import type:easy solve", kReady, "You can now edit your board|", "", "kavit"},
+        {"open:easy import", "RETURN -ANIM CLEAR"},
+        {"open:easy solve import solve", kText},
+        {"open:easy solve import escape", kText},
+        {"open:easy solve paste:", kText, "Solution:  3/2|There is no level on the clipboard"},
+        {"open:easy solve paste:room", kReady, "You can now edit your board|", "", "kavit"},
+        // The editor.
+        {"edit", "-SOLVE DONE CLEAR", "Editing|When ready click 'DONE'", "", "kavit Editing"},
+        {"edit anim", kReady, "|", "", "kavit"},
+        {"open:easy edit escape", kReady, "|", "", "kavit easy"},
+        {"open:easy edit clear", "SOLVE DONE CLEAR", nullptr, "", "kavit"},
+        {"open:easy edit clear solve", kReady, "Strange mapping ???|"},
+        {"open:easy edit clear yes escape", "-SOLVE DONE CLEAR", nullptr,
+         "Undo all changes since the editing began?", "kavit Editing"},
+        {"open:easy edit clear yes escape escape", kReady, nullptr,
+         "Undo all changes since the editing began?", "kavit easy"},
+        {"open:easy edit clear no escape", "SOLVE DONE CLEAR", nullptr,
+         "Undo all changes since the editing began?"},
+        {"open:easy solve edit", "-SOLVE DONE CLEAR"},
+        {"open:easy edit hash:1", "-SOLVE DONE CLEAR"},
+        // The replay.
+        {"open:easy anim", kReady},
+        {"open:easy solve anim", "TEXT STOP CLEAR"},
+        {"open:easy solve anim tick", "TEXT STOP CLEAR", "Pushes:  0/2|Moves:  1/3"},
+        {"open:easy solve anim tick anim", "TEXT STOP CLEAR"},
+        {"open:easy solve anim tick anim tick", "TEXT CONT< >REPEAT CLEAR",
+         "Pushes:  0/2|Moves:  1/3"},
+        {"open:easy solve anim tick escape tick", "TEXT CONT< >REPEAT CLEAR"},
+        {"open:easy solve anim tick anim tick tick", "TEXT CONT< >REPEAT CLEAR",
+         "Pushes:  0/2|Moves:  1/3"},
+        {"open:easy solve anim tick anim tick anim tick", "TEXT STOP CLEAR",
+         "Pushes:  1/2|Moves:  2/3"},
+        {"open:easy solve anim tick anim tick animright tick", "TEXT STOP CLEAR",
+         "Pushes:  0/2|Moves:  1/3"},
+        {"open:easy solve animright tick tick tick", "TEXT REPEAT CLEAR",
+         "Pushes:  2/2|Moves:  3/3"},
+        {"open:easy solve anim tick tick tick tick", "TEXT REPEAT CLEAR",
+         "Pushes:  2/2|Moves:  3/3"},
+        {"open:easy solve anim tick tick tick anim tick", "TEXT STOP CLEAR",
+         "Pushes:  0/2|Moves:  1/3"},
+        {"open:easy solve anim tick tick tick solve solve", kText},
+        {"open:easy solve anim solve", "TEXT STOP CLEAR", nullptr, kAnimating},
+        {"open:easy solve anim clear", kBlank},
+        // A cancelled or refused command leaves the solution and its line.
+        {"open:easy solve openfile", kText, kSolvedLine},
+        {"open:easy solve solve openfile", kText, kSolvedLine},
+        {"open:easy solve next", kText, kSolvedLine, "No more levels"},
+        {"open:easy solve open:noextension", kText, kSolvedLine, nullptr},
+    };
+    for (Row row : rows) {
+        const bool anyBox = row.Boxes == nullptr;
+        if (!anyBox) {
+            Check(row);
+            continue;
+        }
+        Flow own;
+        playing = &own;
+        own.Play(row.Script);
+        EXPECT_EQ(own.View.Buttons(), row.Buttons) << row.Script;
+        EXPECT_EQ(own.View.Lines(), row.Lines) << row.Script;
+        EXPECT_NE(own.View.TakeBoxes(), "") << row.Script;
+    }
+}
+
+// What each command answers while the solver, the replay or the editor is at work; nullptr where it
+// is not tried because it goes ahead.
+TEST_F(FlowTest, Guards) {
+    const struct {
+        const char* Command;
+        const char* Solving;
+        const char* Animating;
+        const char* Editing;
+    } rows[] = {
+        {"openfile", kRunning, kAnimating, "You are editing"},
+        {"restart", kRunning, kAnimating, "You are editing"},
+        {"next", kRunning, kAnimating, "You are editing"},
+        {"previous", kRunning, kAnimating, "You are editing"},
+        {"open:easy", kRunning, kAnimating, "You are editing"},
+        {"import", kRunning, kAnimating, "You are editing"},
+        {"paste:easy", kRunning, kAnimating, "You are editing"},
+        {"edit", kRunning, kAnimating, nullptr},
+        {"hash:1", kRunning, kAnimating, nullptr},
+        {"example:1", kRunning, kAnimating, nullptr},
+        {"opt:2", kCantChange, kAnimating, "You are editing"},
+        {"search:1", kCantChange, nullptr, nullptr},
+        {"special", kCantChange, nullptr, nullptr},
+        {"configure", kCantChange, nullptr, nullptr},
+        {"apply", kCantChange, nullptr, nullptr},
+        {"exit", kRunning, nullptr, nullptr},
+        {"clear", kRunning, nullptr, nullptr},
+    };
+    for (const auto& row : rows) {
+        const std::string command = row.Command;
+        Check({("open:long during:" + command + ",solve solve").c_str(), "SOLVE -ANIM CLEAR",
+               nullptr, row.Solving});
+        if (row.Animating != nullptr) {
+            Check({("open:easy solve anim " + command).c_str(), "TEXT STOP CLEAR", nullptr,
+                   row.Animating});
+        }
+        if (row.Editing != nullptr) {
+            Check(
+                {("open:easy edit " + command).c_str(), "-SOLVE DONE CLEAR", nullptr, row.Editing});
+        }
+    }
+    Check({"open:easy solve solve edit", "RETURN -ANIM CLEAR", nullptr, "You are seeing TEXT"});
+    Check({"import edit", "RETURN -ANIM -CLEAR", nullptr, "You are seeing TEXT"});
+}
+
+// A board that no file holds is not dropped without a question.
+TEST_F(FlowTest, AsksBeforeALevelIsLost) {
+    constexpr const char* kDraw = "open:lev10 open:lev2 edit down:60 anim ";
+    const struct {
+        const char* Script;
+        const char* Title;
+        int Quits;
+        const char* Boxes;
+    } rows[] = {
+        {"cancelled next", "kavit", 0, kUnsaved},
+        {"no next", "kavit lev10", 0, kUnsaved},
+        {"no next no previous", "kavit lev2", 0, kUnsaved},
+        {"cancelled exit", "kavit", 0, kUnsaved},
+        {"no exit", "kavit", 1, kUnsaved},
+        {"yes exit", "kavit", 0, kUnsaved},  // the dialog is cancelled
+        {"cancelled paste:room", "kavit", 0, kUnsaved},
+        {"cancelled open:easy", "kavit", 0, kUnsaved},
+        {"clear exit", "kavit", 1, ""},                          // an empty board is no loss
+        {"edit tool:0 down:60 anim exit", "kavit lev2", 1, ""},  // as it was read
+        {"cancelled open:odd", "kavit", 0, kUnsaved},
+    };
+    for (const auto& row : rows) {
+        Flow own;
+        playing = &own;
+        SCOPED_TRACE(row.Script);
+        own.Play(std::string(kDraw) + row.Script);
+        EXPECT_EQ(own.Now().Title, row.Title);
+        EXPECT_EQ(own.View.Quits, row.Quits);
+        EXPECT_EQ(own.View.TakeBoxes(), row.Boxes);
+    }
+    flow.Play(kDraw);
+    flow.View.SaveFile = flow.Files.Path("mine.xsb");
+    flow.Play("yes exit");
+    EXPECT_EQ(flow.View.Quits, 1);
+    EXPECT_EQ(flow.View.AskedName, "lev2.xsb");
+    EXPECT_EQ(flow.Files.Read("mine.xsb"), "#######\n#@ $ .#\n#######\n   #   \n");
+}
+
+// Cancel at an invalid character ends the program, and the box says so.
+TEST_F(FlowTest, InvalidCharacter) {
+    constexpr const char* kFileBox =
+        "Invalid char 'x' in Xsb; Assumed Space\n\nOK reads on, Cancel ends the program.";
+    constexpr const char* kTextBox =
+        "Invalid char 'q' in Xsb; Assumed Space\n\nOK reads on, Cancel goes back to the text.";
+    const struct {
+        const char* Script;
+        int Quits;
+        const char* Boxes;
+    } rows[] = {
+        {"open:odd", 0, kFileBox},
+        {"open:easy cancelled open:odd", 1, kFileBox},
+        {"import typetext:#q cancelled solve", 0, kTextBox},
+    };
+    for (const auto& row : rows) {
+        Flow own;
+        playing = &own;
+        own.Play(row.Script);
+        EXPECT_EQ(own.View.Quits, row.Quits) << row.Script;
+        EXPECT_EQ(own.View.TakeBoxes(), row.Boxes) << row.Script;
+    }
+}
+
+// Which name, file and picture a solution gets follows from how the board differs from what was
+// read.
+TEST_F(FlowTest, SolutionFiles) {
+    const struct {
+        const char* Script;
+        const char* Asked;  // "?" when no name was asked for
+        const char* File;   // its beginning; "" for none
+    } rows[] = {
+        {"open:easy solve", "?", ""},
+        {"open:easy ask solve", "easy.sol", "rRR\r\nrRR\r\n\r\n"},
+        {"open:easy always solve", "?", "rRR\r\nrRR\r\n"},
+        // Painted on: no level's file any more, and pictured.
+        {"open:easy edit tool:0 down:60 tool:4 down:60 anim always solve", "",
+         "#######\r\n#@ $ .#\r\n#######\r\n   #"},
+        {"open:room edit down:41 anim always solve", "", "#######\r\n#@ $ .#\r\n"},
+        // Painted back: that level again.
+        {"open:easy edit down:60 tool:0 down:60 anim ask solve", "easy.sol", "rRR\r\n"},
+        // Only moved: its name stays, and it is pictured.
+        {"open:easy edit shift:2 anim ask solve", "easy.sol", " #######\r\n #@ $ .#\r\n"},
+        {"open:easy edit turn:1 anim ask solve", "easy.sol", "#######\r\n#. $ @#\r\n"},
+        {"paste:easy always solve", "", "#######\r\n#@ $ .#\r\n"},
+        {"paste:easy always solve solve solve restart solve", "", "#######\r\n#@ $ .#\r\n"},
+        // The expert menus name how it was solved.
+        {"tool:9 tool:2 tool:3 tool:1 letter ask opt:2 special hash:1 open:easy solve",
+         "easy_more_sp_1.sol", "rRR\r\n"},
+        {"tool:2 tool:3 tool:1 letter ask opt:3 open:easy solve", "easy_plus.sol", "rRR\r\n"},
+    };
+    for (const auto& row : rows) {
+        Flow own;
+        playing = &own;
+        SCOPED_TRACE(row.Script);
+        own.View.AskedName = "?";
+        own.View.SaveFile = own.Files.Path("asked.sol");
+        own.Play(row.Script);
+        EXPECT_EQ(own.View.AskedName, row.Asked);
+        const bool asked = own.View.AskedName != "?";
+        const std::string text = own.Files.Read(asked ? "asked.sol" : "easy.sol");
+        EXPECT_EQ(text.substr(0, std::string_view(row.File).size()), row.File);
+        EXPECT_EQ(text.empty(), *row.File == '\0');
+        EXPECT_EQ(own.View.Now.SolveCaption, std::string("TEXT"));
+    }
+}
+
+// A full disk, and a folder that is not there: the solution is still in the text view, on the
+// clipboard and in the replay, and the box says what and why.
+TEST_F(FlowTest, SolutionFileThatCannotBeWritten) {
+    std::filesystem::create_symlink("/dev/full", flow.Files.Path("full.sol"));
+    for (const auto& [file, reason] : {std::pair{"full.sol", "No space left on device"},
+                                       std::pair{"gone/x.sol", "No such file or directory"}}) {
+        flow.View.SaveFile = flow.Files.Path(file);
+        flow.View.Clip.clear();
+        flow.Play("ask open:easy solve");
+        const std::string box = flow.View.TakeBoxes();
+        EXPECT_NE(box.find(file), std::string::npos) << box;
+        EXPECT_NE(box.find(reason), std::string::npos) << box;
+        EXPECT_EQ(flow.View.Clip, "rRR");
+        flow.Play("solve");
+        EXPECT_NE(flow.Now().BoxText.find("RESULT:  3/ 2"), std::string::npos);
+        flow.Play("solve");
+    }
+    std::filesystem::remove(flow.Files.Path("Kavit.ini"));
+    std::filesystem::create_symlink("/dev/full", flow.Files.Path("Kavit.ini"));
+    flow.Run([](Model& m) { m.Settings.Save(); });
+    EXPECT_NE(flow.View.TakeBoxes().find("Kavit.ini"), std::string::npos);
+}
+
+// However a solve ends, what is known is shown.
+TEST_F(FlowTest, EndsOfASolve) {
+    const KeptSolution kept{.SolMoves = 3, .SolPushes = 2, .SolPhase = 1, .SolString = "rRR"};
+    const auto stopped = [&](SolveReport& report) {
+        report.Code = Result::Stopped;
+        report.Cause = StopCause::User;
+        report.LastMsg = Result::StoppedWithSolution;
+        report.Lines = {"Interrupted by user but there is a solution", "  3/2"};
+        report.Kept = {kept, kept};
+    };
+    const struct {
+        std::function<void(SolveReport&)> End;
+        const char* Buttons;
+        const char* Lines;
+        const char* Boxes;
+        const char* Text;
+    } rows[] = {
+        {stopped, "TEXT ANIM CLEAR", "Interrupted by user but there is a solution|  3/2", "",
+         "Best Solution before "},
+        {[](SolveReport& r) {
+             r.Kept = {};
+             r.Fault = "a fault";
+         },
+         "SOLVE -ANIM CLEAR", "|", "a fault", ""},
+        {[](SolveReport& r) { r.Fault = "a fault"; }, "TEXT ANIM CLEAR", nullptr, "a fault",
+         "RESULT: "},
+    };
+    for (const auto& row : rows) {
+        flow.View.OnReport = row.End;
+        flow.Play("ask always open:easy solve");
+        EXPECT_EQ(flow.View.Buttons(), row.Buttons);
+        if (row.Lines != nullptr) {
+            EXPECT_EQ(flow.View.Lines(), row.Lines);
+        }
+        EXPECT_EQ(flow.View.TakeBoxes(), row.Boxes);
+        EXPECT_EQ(flow.Now().Title, "kavit easy");
+        if (*row.Text == '\0') continue;
+        EXPECT_NE(flow.Files.Read("easy.sol").find(row.Text), std::string::npos);
+        flow.Play("solve");
+        EXPECT_NE(flow.Now().BoxText.find(row.Text), std::string::npos);
+    }
+}
+
+TEST_F(FlowTest, WhatASearchShows) {
+    flow.Play("tool:2 tool:3 tool:1 letter opt:3 open:room");
+    std::string during;
+    flow.View.DuringSearch = [&](Model&) {
+        if (!during.empty() || flow.Now().Side.empty()) return;
+        const Screen& now = flow.Now();
+        during = flow.View.Buttons() + "; " + now.Title + "; " + now.Timer + "; " + now.Side;
+        flow.Seconds += 12.4;
+        flow.Run([](Model& m) { m.Solve.WatchTick(); });
+        during += "; " + now.Timer;
+    };
+    flow.Play("solve");
+    EXPECT_EQ(during, "STOP -ANIM -CLEAR; Solving room; 0/300; 2; 12/300");
+    EXPECT_NE(flow.Now().Debug.find("; fewest moves proved"), std::string::npos);
+    EXPECT_EQ(flow.Now().Timer, "12/300");
+    EXPECT_FALSE(flow.Now().Solving);
+    flow.Run([](Model& m) {
+        SolveProgress progress;
+        progress.Positions = 5000;
+        m.Solve.SearchCame(progress);
+    });
+    EXPECT_EQ(flow.Now().Debug, "Pos.Count = 5000");
+    EXPECT_EQ(flow.Now().Progress, 5000);
+}
+
+// A board can never hold two men, whatever was clicked; the way he looks is only his picture.
+TEST_F(FlowTest, OneMan) {
+    flow.Play("open:easy edit shift:2");
+    for (int tool = 5; tool <= 9; ++tool) {
+        const int cell = 60 + tool;
+        flow.Play("tool:" + std::to_string(tool) + " down:" + std::to_string(cell) + " up");
+        EXPECT_EQ(flow.Men(), 1) << tool;
+        EXPECT_EQ(flow.At(cell), tool == 9 ? kManOnGoal : kMan) << tool;
+        EXPECT_EQ(flow.Now().Cells[static_cast<std::size_t>(cell)], PictureOf(tool)) << tool;
+    }
+    flow.Play("tool:2 down:69");
+    EXPECT_EQ(flow.View.TakeBoxes(), "You can't erase the Man");
+    flow.Play("move:70 up");
+    EXPECT_EQ(flow.At(70), kFloor) << "no drag begins on the man";
+    flow.Play("tool:4 down:67 move:69 move:71 up move:72");
+    EXPECT_EQ(flow.View.TakeBoxes(), "Can't drag over the Man");
+    EXPECT_EQ(flow.At(71), kWall);
+    EXPECT_EQ(flow.At(72), kFloor);
+    EXPECT_EQ(flow.At(69), kManOnGoal);
+    flow.Play("tool:6 down:100 move:101");
+    EXPECT_EQ(flow.At(101), kFloor) << "men are not dragged";
+    // The man is found again behind a shift.
+    flow.Play("anim no open:easy edit shift:1 anim solve edit tool:0 down:90 anim solve");
+    EXPECT_EQ(flow.View.Lines(), kSolvedLine);
+    EXPECT_EQ(flow.Men(), 1);
+}
+
+TEST_F(FlowTest, WideLevelsAreNotTurned) {
+    flow.Files.Write("broad.xsb", "##################\n#@$.             #\n##################\n");
+    flow.Play("open:broad.xsb edit turn:0");
+    EXPECT_EQ(flow.View.TakeBoxes(),
+              "This level is 18 columns wide; only levels of up to 17 columns can be turned or "
+              "mirrored");
+}
+
+TEST_F(FlowTest, ExpertMenus) {
+    flow.Play("tool:2 tool:3 tool:1 tool:0 letter");
+    EXPECT_FALSE(flow.Now().ExpertMenus);
+    EXPECT_EQ(flow.View.TakeBoxes(), "");
+    flow.Play("tool:9 tool:2 tool:3 tool:1 letter");
+    EXPECT_EQ(flow.View.TakeBoxes(),
+              "You found an EsterEgg\r\n\r\nLook at Search, Optimizer and Hash menus");
+    EXPECT_TRUE(flow.Now().ExpertMenus);
+    flow.Play("letter");
+    EXPECT_EQ(flow.View.TakeBoxes(), "");
+    const struct {
+        const char* Script;
+        int SeaType, OptLevel, HashCase;
+        const char* Letter;
+        bool Special;
+    } rows[] = {
+        {"", 0, 1, 0, "S", false},
+        {"search:2 special", 2, 1, 0, "S", false},
+        {"search:3 opt:2 special", 0, 2, 0, "M", true},
+        {"opt:3", 0, 3, 0, "P", true},
+        {"special", 0, 3, 0, "P", false},
+        {"special opt:1 hash:2", 0, 1, 2, "S", false},
+        {"opt:0 search:1", 1, 0, 2, "N", false},
+    };
+    for (const auto& row : rows) {
+        flow.Play(row.Script);
+        const Screen& now = flow.Now();
+        EXPECT_EQ(std::tie(now.SeaType, now.OptLevel, now.HashCase, now.OptimizerUnderlined),
+                  std::tie(row.SeaType, row.OptLevel, row.HashCase, row.Special))
+            << row.Script;
+        EXPECT_EQ(now.Optimizer, row.Letter);
+        EXPECT_EQ(now.OptSpecial, row.Special);
+    }
+    flow.Play("open:easy solve");
+    EXPECT_EQ(flow.View.Request.Options.SeaType, SeaType::Forward);
+    EXPECT_EQ(flow.View.Request.Options.OptLevel, OptLevel::None);
+    EXPECT_EQ(flow.View.Request.Options.HashCase, HashCase::Case2);
+    flow.Play("opt:0");
+    EXPECT_EQ(flow.View.Buttons(), "TEXT ANIM CLEAR") << "the level in force changes nothing";
+    flow.Play("opt:1");
+    EXPECT_EQ(flow.View.Buttons(), "SOLVE -ANIM CLEAR");
+}
+
+TEST_F(FlowTest, FolderAndExamples) {
+    const Row rows[] = {
+        {"next", "-SOLVE -ANIM -CLEAR", nullptr, "Must Open First"},
+        {"open:lev10 open:lev2 previous", "SOLVE -ANIM CLEAR", nullptr, "No previous levels",
+         "kavit lev2"},
+        {"open:lev10 open:lev2 next", "SOLVE -ANIM CLEAR", kReadyLine, "", "kavit lev10"},
+        {"open:lev10 open:lev2 next next", "SOLVE -ANIM CLEAR", nullptr, "No more levels",
+         "kavit lev10"},
+        {"open:lev2 open:lev10 previous", "SOLVE -ANIM CLEAR", kReadyLine, "", "kavit lev2"},
+        {"example:11", "-SOLVE -ANIM -CLEAR", nullptr, "No previus name"},
+        {"example:1", "-SOLVE -ANIM -CLEAR", nullptr, "file 01-first-steps.xsb Not found"},
+        {"example:10", "-SOLVE -ANIM -CLEAR"},
+    };
+    for (const Row& row : rows) Check(row);
+    playing = &flow;
+    for (const char* name : {"01-first-steps.xsb", "lev09.xsb", "lev10.xsb"}) {
+        flow.Files.Write(name, test::kEasy);
+    }
+    flow.View.Typed = "lev09";
+    for (const auto& [script, title] : {std::pair{"example:1", "kavit 01-first-steps"},
+                                        {"example:10", "kavit lev09"},
+                                        {"example:11", "kavit lev10"},
+                                        {"edit example:1", "kavit 01-first-steps"}}) {
+        flow.Play(script);
+        EXPECT_EQ(flow.Now().Title, title);
+        EXPECT_EQ(flow.View.Buttons(), "SOLVE -ANIM CLEAR");
+    }
+    flow.View.OpenFile = flow.File("room");
+    flow.Play("openfile");
+    EXPECT_EQ(flow.Now().Title, "kavit room");
+    ASSERT_EQ(mkfifo(flow.Files.Path("pipe.xsb").c_str(), 0600), 0);
+    flow.Play("open:pipe.xsb");
+    EXPECT_EQ(flow.Now().Debug, "it is a pipe");
+    flow.Play("open:wide");
+    EXPECT_EQ(flow.Now().Debug, "line 1, column 20");
+}
+
+TEST_F(FlowTest, ImportTakesTextOrLeavesItForMending) {
+    const std::pair<std::string, const char*> rows[] = {
+        {"####################", "Width puzzle exceed the maximum (19)"},
+        {std::string(40, '\n') + "#", "Height puzzle exceed the maximum (17)"},
+        {"#" + std::string(60, ' '), "Input line too long"},
+        {"#q", "You can select and copy to the clipboard (CTRL-C)"},
+    };
+    flow.Play("open:easy import");
+    EXPECT_FALSE(flow.Now().BoxReadOnly);
+    EXPECT_EQ(flow.View.Focused, Place::TextBox);
+    for (const auto& [text, left] : rows) {
+        flow.View.Answers = {Choice::Cancel};
+        flow.Run([&](Model& m) { m.Import.TextChanged(text); });
+        flow.Play("solve");
+        EXPECT_EQ(flow.Now().Left, left);
+        EXPECT_EQ(flow.View.Buttons(), "RETURN -ANIM CLEAR");
+        EXPECT_EQ(flow.Now().BoxText, text);
+        EXPECT_EQ(flow.At(20), kMan);
+    }
+    flow.Play("openfile");  // cancelled: the box goes, the text is back with the next Import
+    flow.View.Answers.clear();
+    EXPECT_FALSE(flow.Now().BoxVisible);
+    flow.Play("import");
+    EXPECT_EQ(flow.Now().BoxText, "#q");
+    flow.Play("type:room solve");
+    EXPECT_EQ(flow.View.Focused, Place::NextButton);
+    EXPECT_EQ(flow.At(39), kFloor);
+    for (const std::string& text : {std::string("# a heading"), std::string(200000, '#')}) {
+        flow.View.Clip = text;
+        flow.Run([](Model& m) { m.Import.Paste(); });
+        EXPECT_EQ(flow.View.Buttons(), "SOLVE -ANIM CLEAR");
+    }
+    EXPECT_EQ(flow.Now().Right, "The text on the clipboard is too long for a level");
+    // The text of a solution is not the draft.
+    flow.Play("solve solve import");
+    EXPECT_EQ(flow.Now().BoxText, "");
+}
+
+TEST_F(FlowTest, SettingsPanel) {
+    std::string longText = "<";
+    for (int i = 0; i < 10000; ++i) longText += "\u00e9";
+    const std::string longBox =
+        "Max Positions: \"" + longText.substr(0, 39) + "...\" is not a whole number";
+    const struct {
+        const char *Memory, *Blocks, *Time, *Box, *BlocksAfter;
+        Place Focused = Place::Cancel;
+    } rows[] = {
+        {"200000", "20", "86401", "MaxTime can't exceed 86400 secs.", "8"},
+        {"200000", "0", "300", "Blocks can't be zero or negative", "0"},
+        {"-1", "8", "300", "Max number of positions can't be zero or negative", "8"},
+        {"100", "8", "0", "Max elapsed time can't be zero or negative", "8"},
+        {"9223372036854775807", "9", "300", "Insuficient Memory", "8"},
+        {"200000", "many", "300", "Blocks: \"many\" is not a whole number", "many", Place::Blocks},
+        {"200000", "8", "", "Max Time: \"\" is not a whole number", "8", Place::Time},
+        {"-99999999999999999999", "8", "300", "Max number of positions can't be zero or negative",
+         "8"},
+        {longText.c_str(), "8", "300", longBox.c_str(), "8", Place::Memory},
+        {" 100000 ", "12", "600", "", "12", Place::NextButton},
+    };
+    for (const auto& row : rows) {
+        if (!flow.Now().PanelVisible) flow.Play("configure");
+        flow.View.Focused = Place::Cancel;
+        flow.Run([&](Model& m) { m.Settings.Edited({row.Memory, row.Blocks, row.Time}); });
+        flow.Play("apply");
+        EXPECT_EQ(flow.View.TakeBoxes(), row.Box);
+        EXPECT_EQ(flow.Now().Panel.Blocks, row.BlocksAfter) << row.Box;
+        EXPECT_EQ(flow.View.Focused, row.Focused) << row.Box;
+        EXPECT_EQ(flow.Now().PanelVisible, *row.Box != '\0') << row.Box;
+        EXPECT_EQ(flow.Now().Size, *row.Box != '\0' ? "200000/8" : "100000/12") << row.Box;
+    }
+    EXPECT_EQ(flow.Now().Timer, "0/600");
+    EXPECT_EQ(flow.Now().ProgressMost, 100000);
+    flow.Play("configure blocks:20 cancel");
+    EXPECT_EQ(flow.Now().Panel.Blocks, "12");
+    EXPECT_EQ(flow.View.Focused, Place::NextButton);
+    flow.Play("configure blocks:20 configure");
+    EXPECT_FALSE(flow.Now().PanelVisible);
+    EXPECT_EQ(flow.Now().Panel.Blocks, "12");
+    flow.Play("configure escape");
+    EXPECT_FALSE(flow.Now().PanelVisible);
+    flow.Run([](Model& m) { m.Settings.SizeChosen(); });
+    EXPECT_EQ(flow.View.Focused, Place::Apply);
+    // The next command takes over what stands in the open panel; SOLVE does not.
+    for (const char* command : {"open:easy", "import solve", "edit anim"}) {
+        flow.Play("configure blocks:3");
+        flow.Play(command);
+        EXPECT_EQ(flow.Now().Size, "100000/3") << command;
+        EXPECT_FALSE(flow.Now().PanelVisible);
+        flow.Play("blocks:12 apply");
+    }
+    flow.Play("open:easy configure blocks:5 solve");
+    EXPECT_EQ(flow.Now().Size, "100000/12");
+    EXPECT_EQ(flow.Now().Panel.Blocks, "5");
+    EXPECT_FALSE(flow.Now().PanelVisible);
+    EXPECT_EQ(flow.View.Request.MaxTime, 600);
+
+    flow.Play("always opt:2");
+    EXPECT_TRUE(flow.Now().WriteSol && !flow.Now().NoWriteSol);
+    flow.Run([](Model& m) { m.Settings.Save(); });
+    EXPECT_EQ(flow.Files.Read("Kavit.ini"), " 100000  12  600  2  1  0 \r\n");
+    ASSERT_EQ(flow.Begin(), "");
+    EXPECT_EQ(flow.Now().Optimizer, "M");
+    EXPECT_EQ(flow.Now().Panel.Time, "600");
+    EXPECT_EQ(flow.Now().Timer, "/600");
+    EXPECT_TRUE(flow.Now().WriteSol);
+    flow.Run([](Model& m) { m.Settings.SetNoWriteSol(true); });
+    EXPECT_TRUE(!flow.Now().WriteSol && flow.Now().NoWriteSol);
+}
+
+TEST_F(FlowTest, SettingsFilesThatDoNotHold) {
+    const std::pair<const char*, const char*> rows[] = {
+        // the file, and part of the message
+        {"", "found 0"},
+        {" 4000000  8  300  1  0 ", "found 5"},
+        {" 4000000  8  300  1  0  0  0 ", "found 7"},
+        {" 4000000  x  300  1  0  0 ", "number 2 (Blocks) is \"x\""},
+        {" 4000000  8  300  9  0  0 ", "number 4 (OptLevel) is \"9\""},
+        {" 4000000  8  300  1  0  2 ", "number 6 (NoWriteSol)"},
+        {" 4000000  8  300  1  1  1 ", "exclude"},
+        {"4000000,,300,1,0,0", "number 2 (Blocks) is \"\""},
+    };
+    for (const auto& [text, part] : rows) {
+        flow.Files.Write("Kavit.ini", text);
+        const std::string fault = flow.Begin();
+        EXPECT_NE(fault.find(part), std::string::npos) << fault;
+        EXPECT_NE(fault.find(flow.Files.Path("Kavit.ini")), std::string::npos) << fault;
+        EXPECT_EQ(flow.Files.Read("Kavit.ini"), text);
+    }
+    // Sizes that APPLY refuses give their message, and a window that works.
+    flow.Files.Write("Kavit.ini", "200000 8,100000\r\n2 0 1");
+    EXPECT_EQ(flow.Begin(), "");
+    EXPECT_EQ(flow.View.TakeBoxes(), "MaxTime can't exceed 86400 secs.");
+    EXPECT_EQ(flow.Now().Size, "4000000/8");
+    EXPECT_EQ(flow.Now().Panel.Time, "300");
+    EXPECT_EQ(flow.Now().Timer, "/300");
+    EXPECT_EQ(flow.Now().Optimizer, "M");
+}
+
+TEST_F(FlowTest, CopiesAndHelp) {
+    flow.Play("open:easy solve");
+    EXPECT_EQ(flow.View.Clip, "rRR");
+    flow.Play("copyboard");
+    EXPECT_EQ(flow.View.Clip, test::kEasy);
+    EXPECT_EQ(flow.Now().Right, "The board is on the clipboard");
+    flow.Play("copy");
+    EXPECT_EQ(flow.View.Clip, "rRR");
+    EXPECT_EQ(flow.Now().Right, "The solution is on the clipboard");
+    flow.Run([](Model& m) { m.ShowHelp(4); });
+    EXPECT_EQ(flow.View.Help, "4easy");
+}
+
+// A replay paints what changed and shows the level again when it is given up.
+TEST_F(FlowTest, ReplayPaintsTheBoard) {
+    flow.Play("open:easy solve anim tick tick");
+    EXPECT_EQ(flow.Now().Cells[21], Picture::Floor);
+    EXPECT_EQ(flow.Now().Cells[22], Picture::ManRight);
+    EXPECT_EQ(flow.Now().Cells[23], Picture::Box);
+    EXPECT_TRUE(flow.Now().Playing);
+    flow.Play("anim tick");
+    EXPECT_FALSE(flow.Now().Playing);
+    for (const char* command : {"hash:1", "restart", "edit", "import escape"}) {
+        Flow own;
+        playing = &own;
+        own.Play("open:easy solve anim tick tick tick");
+        own.Play(command);
+        EXPECT_EQ(own.Now().Cells[20], Picture::ManDown) << command;
+        EXPECT_EQ(own.Now().Cells[22], Picture::Box) << command;
+    }
+}
+
+}  // namespace
+}  // namespace kavit
