@@ -28,10 +28,10 @@ TEST(FaultCounters, MovesOfSixteenBits) {
         const std::uint8_t key[16] = {box, 21};
         Offer made;
         made.Mix = 0x9E3779B9U * box;
-        made.Slot = static_cast<std::int32_t>(state.Store.HomeSlot(key));
-        made.Step = state.Store.HashStep(key);
         made.Moves = moves;
-        return StorePos(state, made, key, parent, side, walk);
+        const SlotTable& table = state.Store.Slots();
+        table.Home(made, key);
+        return StorePos(state, table, made, key, parent, side, walk);
     };
     EXPECT_EQ(offer(30, kForwTag, -1, 0), Result::GoOn);     // position 1, the start
     EXPECT_EQ(offer(31, kForwTag, 1, 32767), Result::GoOn);  // position 2
@@ -48,6 +48,8 @@ TEST(FaultCounters, ArgumentsThatDoNotHold) {
     Solver solver;
     ASSERT_TRUE(solver.ApplySizes({100, 8, 300}).Ok);
     EXPECT_THROW((void)solver.AnalyseBoard(BoardOf(kEasy), {.SeaType = static_cast<SeaType>(3)}),
+                 SolverFault);
+    EXPECT_THROW((void)solver.AnalyseBoard(BoardOf(kEasy), {.HashCase = static_cast<HashCase>(4)}),
                  SolverFault);
     EXPECT_THROW((void)PrimeTable().NextPrime(PrimeTable::kLargest + 1), SolverFault);
 }

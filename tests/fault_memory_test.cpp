@@ -1,15 +1,14 @@
-// Memory that runs out while the sizes are applied, and what the machine says it has.
+// Memory that runs out while the sizes are applied.
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <limits>
 
 #include "solver/solver.h"
 #include "solver/store/memory_source.h"
+#include "solver/store/store_size.h"
 #include "support/failing_new.h"
 #include "support/levels.h"
-#include "support/temp_folder.h"
 
 namespace kavit::test {
 namespace {
@@ -25,11 +24,13 @@ class FailingSource final : public MemorySource {
     void Give(void* memory, std::size_t bytes) override { MachineMemory().Give(memory, bytes); }
     void Clear(void* memory, std::size_t bytes) override { MachineMemory().Clear(memory, bytes); }
     std::uint64_t Available() override { return Room; }
+    std::uint64_t Resident() override { return Used; }
 
     int Takes = 0;
     int FailAt = 0;          // counted from 1; 0 never
     bool FailAfter = false;  // and all that follow
     std::uint64_t Room = std::numeric_limits<std::uint64_t>::max();
+    std::uint64_t Used = 0;
 };
 
 // The number of the result and the pushes; what a search counts must not depend on what failed
@@ -164,7 +165,7 @@ TEST(FaultMemory, LimitsAnswerAtOnce) {
         {{2147483647, 8, 300}, kGib, kNoMemory},
         {{2147483648, 8, 300}, kGib, kNoMemory},
         {{std::numeric_limits<std::int64_t>::max(), 8, 300}, kGib, kNoMemory},
-        {{2147483647, 32767, 300}, std::numeric_limits<std::uint64_t>::max(), kNoMemory},
+        {{2147483647, 32767, 300}, std::uint64_t{60000} * kGib, kNoMemory},  // 70 TB
         {{850000000, 32767, 86400}, std::uint64_t{1000} * kGib, kNoMemory},  // 28 TB
         {{4000000, 32768, 300}, std::numeric_limits<std::uint64_t>::max(), kNoMemory},
         {{4000000, 32767, 300}, 64 * kGib, kNoMemory},
@@ -185,64 +186,33 @@ TEST(FaultMemory, LimitsAnswerAtOnce) {
     }
 }
 
-TEST(FaultMemory, WhatTheMachineHas) {
-    constexpr std::uint64_t kAll = std::numeric_limits<std::uint64_t>::max();
-    const std::string meminfo = "MemTotal: 9000 kB\nMemFree: 10 kB\nMemAvailable:  1000 kB\n";
-    struct File {
-        const char* Path;
-        std::string Text;
-    };
+// What a store may take: what is free, and what the one in force really uses of its own.
+TEST(FaultMemory, MostBytesCountsWhatTheStoreHolds) {
+    constexpr std::uint64_t kMib = std::uint64_t{1} << 20;
+    const std::uint64_t held = BytesFor(kOld.NumPos, kOld.Blocks);
     const struct {
-        const char* Name;
-        std::vector<File> Files;
-        std::uint64_t Bytes;
+        std::uint64_t Room, Used, Most;
     } cases[] = {
-        {"nothing can be read", {}, kAll},
-        {"no group", {{"proc/meminfo", meminfo}}, 1024000},
-        {"a broken file", {{"proc/meminfo", "MemAvailable: much\n"}}, kAll},
-        {"version 2: limit less use, inactive pages given back",
-         {{"proc/meminfo", meminfo},
-          {"proc/self/cgroup", "0::/a/b\n"},
-          {"sys/fs/cgroup/a/b/memory.max", "500000\n"},
-          {"sys/fs/cgroup/a/b/memory.current", "200000\n"},
-          {"sys/fs/cgroup/a/b/memory.stat", "anon 1\ninactive_file 50000\n"}},
-         350000},
-        {"version 2: the group above is tighter",
-         {{"proc/meminfo", meminfo},
-          {"proc/self/cgroup", "0::/a/b\n"},
-          {"sys/fs/cgroup/a/b/memory.max", "max\n"},
-          {"sys/fs/cgroup/a/memory.max", "300000\n"},
-          {"sys/fs/cgroup/a/memory.current", "100000\n"}},
-         200000},
-        {"version 2: seen from inside, the limit is at the root",
-         {{"proc/meminfo", meminfo},
-          {"proc/self/cgroup", "0::/\n"},
-          {"sys/fs/cgroup/memory.max", "400000\n"},
-          {"sys/fs/cgroup/memory.current", "500000\n"}},
-         0},
-        {"version 1",
-         {{"proc/meminfo", meminfo},
-          {"proc/self/cgroup", "no line\n7:cpu,cpuacct:/x\n4:memory:/job\n"},
-          {"sys/fs/cgroup/memory/job/memory.limit_in_bytes", "600000\n"},
-          {"sys/fs/cgroup/memory/job/memory.usage_in_bytes", "100000\n"},
-          {"sys/fs/cgroup/memory/job/memory.stat", "total_inactive_file 30000\n"},
-          {"sys/fs/cgroup/memory/memory.limit_in_bytes", "9223372036854771712\n"}},
-         530000},
-        {"a limit above what the machine has",
-         {{"proc/meminfo", meminfo},
-          {"proc/self/cgroup", "0::/a\n"},
-          {"sys/fs/cgroup/a/memory.max", "999999999\n"}},
-         1024000},
+        {1000 * kMib, 0, 936 * kMib},
+        {1000 * kMib, 1000, 936 * kMib + 1000},
+        {1000 * kMib, kMib, 936 * kMib + held},  // the rest is not the store's
+        {std::numeric_limits<std::uint64_t>::max(), kMib,
+         std::numeric_limits<std::uint64_t>::max() - 64 * kMib},
     };
     for (const auto& c : cases) {
-        const TempFolder root;
-        for (const File& file : c.Files) {
-            std::filesystem::create_directories(
-                std::filesystem::path(root.Path(file.Path)).parent_path());
-            root.Write(file.Path, file.Text);
-        }
-        EXPECT_EQ(AvailableMemory(root.Path()), c.Bytes) << c.Name;
+        FailingSource source;
+        Solver solver(source);
+        ASSERT_TRUE(solver.ApplySizes(kOld).Ok);
+        source.Room = c.Room;
+        source.Used = c.Used;
+        EXPECT_EQ(solver.MostBytes(), c.Most);
     }
+    FailingSource source;
+    source.Room = 500 * kMib;
+    Solver solver(source);
+    const std::int64_t most = PositionsFor(solver.MostBytes(), 8);
+    EXPECT_FALSE(solver.ApplySizes({most + 1, 8, 300}).Ok);
+    EXPECT_TRUE(solver.ApplySizes({most, 8, 300}).Ok);
 }
 
 }  // namespace

@@ -16,6 +16,7 @@ namespace kavit {
 namespace {
 
 constexpr int kMostBoxes = kCells;
+constexpr std::int64_t kMostByDefault = 8000000;  // positions; larger stores are hashed Mixed
 
 class Stopwatch {
   public:
@@ -89,11 +90,16 @@ const Sizes& Solver::AppliedSizes() const {
     return state_->Sizes;
 }
 
+std::uint64_t Solver::MostBytes() const {
+    return state_->Store.MostBytes();
+}
+
 Result Solver::AnalyseBoard(const Board& board, const SolverOptions& options) {
     if (state_->Sizes.NumPos == 0) throw SolverFault("The solver has no memory for positions yet");
-    const HashCase hashCase = options.HashCase.value_or(HashCase::Default);
+    const HashCase hashCase = options.HashCase.value_or(
+        state_->Sizes.NumPos > kMostByDefault ? HashCase::Mixed : HashCase::Default);
     if (options.OptLevel > OptLevel::FewestOfAll) throw SolverFault("Invalid optimizer level");
-    if (hashCase > HashCase::Case2) throw SolverFault("Invalid hash case");
+    if (hashCase > HashCase::Mixed) throw SolverFault("Invalid hash case");
     if (options.SeaType > SeaType::Backward) throw SolverFault("Invalid Search Type");
     state_->Options = options;
     state_->Start = board;
@@ -104,6 +110,8 @@ Result Solver::AnalyseBoard(const Board& board, const SolverOptions& options) {
     state_->Counters.NumBoxes = state_->Arrays.NumBoxes;
     state_->Counters.SqCompact = state_->Arrays.SqCompact;
     state_->Counters.HashCase = hashCase;
+    state_->Counters.HashSize = state_->Store.HashSize(hashCase);
+    state_->Counters.BytesPerPosition = state_->Store.BytesPerPosition(hashCase);
     if (result != Result::Ok) return result;
     state_->Store.Clear(state_->Arrays.NumBoxes, hashCase);
     state_->Expander = MakeExpander(*state_);

@@ -42,6 +42,9 @@ class Solver {
     // force. Must succeed once before AnalyseBoard.
     [[nodiscard]] ApplyReply ApplySizes(const Sizes& fields);
     [[nodiscard]] const Sizes& AppliedSizes() const;
+    // The bytes that a store could take now, the one in force included; store_size.h turns them
+    // into positions.
+    [[nodiscard]] std::uint64_t MostBytes() const;
 
     // Resets counters and kept solutions, then makes the solver's arrays from the board: Ok,
     // TooManyBoxes, StrangeMapping, AlreadySolved or FrozenBlock.

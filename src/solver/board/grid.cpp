@@ -2,24 +2,11 @@
 
 #include <algorithm>
 
+#include "solver/board/key_mix.h"
+
 namespace kavit {
 
 namespace {
-
-// Fixed pseudo-random words, the same on every machine (splitmix64).
-class WordSource {
-  public:
-    std::uint32_t Next() {
-        state_ += 0x9e3779b97f4a7c15U;
-        std::uint64_t z = state_;
-        z = (z ^ (z >> 30)) * 0xbf58476d1ce4e5b9U;
-        z = (z ^ (z >> 27)) * 0x94d049bb133111ebU;
-        return static_cast<std::uint32_t>((z ^ (z >> 31)) >> 32);
-    }
-
-  private:
-    std::uint64_t state_ = 0x243f6a8885a308d3U;
-};
 
 Grid::Shape SmallestShape(int rows, int cols) {
     if (cols <= 7) return Grid::Shape::kRows16x8;
@@ -57,7 +44,6 @@ Grid::Grid(const BoardArrays& arrays) {
     LaneBits = LaneBitsOf(BoardShape);
     Step = {-1, LaneBits, 1, -LaneBits};
 
-    WordSource words;
     for (int c = 0; c < kCells; ++c) {
         if (!arrays.Inside(c)) {
             if (arrays.BoxStart[static_cast<std::size_t>(c)] != 0)
@@ -70,8 +56,8 @@ Grid::Grid(const BoardArrays& arrays) {
         BitToCell[at] = static_cast<std::int16_t>(c);
         BitToKey[at] = arrays.KeyByte(c);
         KeyToBit[BitToKey[at]] = static_cast<std::int16_t>(bit);
-        BoxMix[at] = words.Next();
-        ManMix[at] = words.Next();
+        BoxMix[at] = kKeyWords.Box[BitToKey[at]];
+        ManMix[at] = kKeyWords.Man[BitToKey[at]];
         InsideBits.push_back(bit);
         const bool dead = arrays.DeadSq[static_cast<std::size_t>(c)] != 0;
         (dead ? DeadBits : LiveBits).push_back(bit);

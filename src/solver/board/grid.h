@@ -26,8 +26,8 @@ struct Grid {
     std::array<std::int16_t, kMaxBits> BitToCell{};
     std::array<std::uint8_t, kMaxBits> BitToKey{};  // the byte that names the cell in a key
     std::array<std::int16_t, 256> KeyToBit{};       // -1 where the byte names no inside cell
-    std::array<std::uint32_t, kMaxBits> BoxMix{};   // random words for the fingerprint of a key
-    std::array<std::uint32_t, kMaxBits> ManMix{};
+    std::array<std::uint64_t, kMaxBits> BoxMix{};   // words of the mix of a key (key_mix.h)
+    std::array<std::uint64_t, kMaxBits> ManMix{};
     std::vector<int> InsideBits;
     std::vector<int> DeadBits;
     std::vector<int> GoalBits;

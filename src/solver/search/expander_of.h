@@ -8,6 +8,7 @@
 
 #include "solver/board/freeze.h"
 #include "solver/board/grid.h"
+#include "solver/board/key_mix.h"
 #include "solver/board/man_region.h"
 #include "solver/search/expander.h"
 #include "solver/search/store_pos.h"
@@ -48,24 +49,24 @@ class ExpanderOf final : public Expander {
         const int i = state_.Batch.Add();
         std::uint8_t* key = state_.Batch.KeyOf(i);
         Set boxes;
-        std::uint32_t mix = 0;
         for (int c = 0, n = 0; c < kCells; ++c) {
             if (start.Boxes[At(c)] == 0) continue;
             key[n++] = state_.Arrays.KeyByte(c);
             const int bit = grid_.CellToBit[At(c)];
             if (bit < 0) continue;
             boxes = boxes | region_.Single(bit);
-            mix ^= grid_.BoxMix[At(bit)];
         }
         const int man = grid_.CellToBit[At(start.ManCell)];
         const int norm = region_.FillLowest(region_.Single(man), region_.Inside() - boxes, -1);
         key[state_.Store.KeyLength() - 1] = grid_.ManByte(norm);
         Offer& offer = state_.Batch.At(i);
-        offer.Mix = mix ^ grid_.ManMix[At(norm)];
+        offer.Mix = MixOf(key, state_.Store.KeyLength());
         offer.Moves = 0;
         offer.Man = grid_.ManByte(start.NormalisedMan ? norm : man);
         state_.Batch.Hash(state_.Store);
-        return StorePos(state_, offer, key, -1, start.Tag, *this);
+        return state_.Store.WithTable([&](const auto& table) {
+            return StorePos(state_, table, offer, key, -1, start.Tag, *this);
+        });
     }
 
     [[nodiscard]] int Walk(const std::uint8_t* key, std::uint8_t from, std::uint8_t to) override {
@@ -92,7 +93,8 @@ class ExpanderOf final : public Expander {
             batch.AddParent(positions[i]);
             MakeMoves(positions[i], state_.Store.Record(positions[i]), side);
             if (!batch.Full() && i + 1 < positions.size()) continue;
-            LookUpBatch(stored, side, run, links);
+            state_.Store.WithTable(
+                [&](const auto& table) { LookUpBatch(table, stored, side, run, links); });
             stored = i + 1;
         }
         return true;
@@ -158,6 +160,7 @@ class ExpanderOf final : public Expander {
         mix_ = 0;
         std::size_t statics = 0;
         for (int i = 0; i < boxCount_; ++i) {
+            mix_ ^= kKeyWords.Box[key_[i]];
             const std::int16_t bit = grid_.KeyToBit[key_[i]];
             if (bit < 0) {
                 boxes_[At(i)] = {-1, grid_.StaticCells[statics++]};
@@ -166,7 +169,6 @@ class ExpanderOf final : public Expander {
             boxes_[At(i)] = {bit, grid_.BitToCell[At(bit)]};
             boxSet = boxSet | region_.Single(bit);
             freeze_.PutBox(bit);
-            mix_ ^= grid_.BoxMix[At(bit)];
         }
         boxSet_ = boxSet;
         FillManDist(grid_.KeyToBit[record.Man], region_.Inside() - boxSet);
@@ -287,15 +289,17 @@ class ExpanderOf final : public Expander {
     }
 
     // Finds the batch's offers in the run; its first parent is number `near`.
-    void LookUpBatch(std::size_t near, std::uint8_t side, LayerRun run, std::vector<Link>& links) {
+    template <typename Table>
+    void LookUpBatch(const Table& table, std::size_t near, std::uint8_t side, LayerRun run,
+                     std::vector<Link>& links) {
         OfferBatch& batch = state_.Batch;
         batch.Hash(state_.Store);
-        for (int i = 0; i < kAhead; ++i) batch.PeekRun(state_.Store, i, run);
+        for (int i = 0; i < kAhead; ++i) batch.PeekRun(state_.Store, table, i, run);
         for (const ParentRun& parent : batch.Parents()) {
             for (int i = parent.First; i < parent.End; ++i) {
-                batch.PeekRun(state_.Store, i + kAhead, run);
+                batch.PeekRun(state_.Store, table, i + kAhead, run);
                 Offer& offer = batch.At(i);
-                const std::int32_t far = batch.Find(state_.Store, i, run);
+                const std::int32_t far = batch.Find(state_.Store, table, i, run);
                 if (far == 0) continue;
                 const bool push = side == kForwTag;
                 links.push_back({static_cast<std::int32_t>(near), far,
@@ -307,16 +311,20 @@ class ExpanderOf final : public Expander {
     }
 
     [[nodiscard]] Result StoreBatch(std::uint8_t side) {
+        state_.Batch.Hash(state_.Store);
+        return state_.Store.WithTable([&](const auto& table) { return StoreBatchIn(table, side); });
+    }
+    template <typename Table>
+    [[nodiscard]] Result StoreBatchIn(const Table& table, std::uint8_t side) {
         OfferBatch& batch = state_.Batch;
-        batch.Hash(state_.Store);
-        for (int i = 0; i < kAhead; ++i) batch.Peek(state_.Store, i);
+        for (int i = 0; i < kAhead; ++i) batch.Peek(state_.Store, table, i);
         for (const ParentRun& run : batch.Parents()) {
             state_.Hooks->Yield();
             if (state_.Hooks->Stopping()) return Result::Stopped;
             for (int i = run.First; i < run.End; ++i) {
-                batch.Peek(state_.Store, i + kAhead);
+                batch.Peek(state_.Store, table, i + kAhead);
                 const Result result =
-                    StorePos(state_, batch.At(i), batch.KeyOf(i), run.Pos, side, *this);
+                    StorePos(state_, table, batch.At(i), batch.KeyOf(i), run.Pos, side, *this);
                 if (result != Result::GoOn) return result;
             }
         }
@@ -335,7 +343,7 @@ class ExpanderOf final : public Expander {
     int boxCount_ = 0;
     std::array<Box, kCells> boxes_{};
     Set boxSet_;
-    std::uint32_t mix_ = 0;
+    std::uint64_t mix_ = 0;
     typename ManRegion<Set>::Reach reach_;
     std::array<Set, 8> digits_{};  // the longest walk has 253 steps
     unsigned digitCount_ = 0;

@@ -29,16 +29,6 @@ bool OneBoxMoved(const PositionStore& store, std::int32_t from, std::int32_t to)
     return same.size() + 1 == after.size();
 }
 
-bool FoundByItsKey(const PositionStore& store, std::int32_t pos) {
-    const std::uint8_t* key = store.KeyAt(pos);
-    auto at = static_cast<std::int32_t>(store.HomeSlot(key));
-    for (;; at = store.NextSlot(at, store.HashStep(key))) {
-        const std::uint32_t slot = store.Slots()[at];
-        if (slot == 0) return false;
-        if (static_cast<std::int32_t>(slot & store.IndexMask()) == pos) return true;
-    }
-}
-
 // The positions of a run are marked; none may be marked already.
 void MarkRun(const SearchState& state, LayerRun run, std::uint8_t side, std::vector<bool>& marked) {
     if (run.Top == 0) return;
@@ -62,7 +52,7 @@ void RecountLayer(const SearchState& state, std::uint8_t side, LayerRun parents,
                 "has a parent in another level", pos);
         Require(record.Moves > store.Record(record.Parent).Moves, "needs no more moves", pos);
         Require(OneBoxMoved(store, record.Parent, pos), "is not one push away", pos);
-        Require(FoundByItsKey(store, pos), "is not found by its key", pos);
+        Require(store.FoundByItsKey(pos), "is not found by its key", pos);
     }
 }
 
@@ -71,15 +61,16 @@ void RecountStore(const SearchState& state) {
     const std::int64_t count = state.Counters.BucketCnt;
     std::vector<bool> held(static_cast<std::size_t>(count) + 1);
     std::int64_t found = 0;
-    for (std::int32_t at = 0; at <= store.HashSize(); ++at) {
-        const std::uint32_t slot = store.Slots()[at];
-        if (slot == 0) continue;
-        const auto pos = static_cast<std::int32_t>(slot & store.IndexMask());
-        Require(pos >= 1 && pos <= count, "is in the table and was never stored", pos);
-        Require(!held[static_cast<std::size_t>(pos)], "is in the table twice", pos);
-        held[static_cast<std::size_t>(pos)] = true;
-        ++found;
-    }
+    store.WithTable([&](const auto& table) {
+        for (std::int64_t place = 0; place < table.Places(); ++place) {
+            const std::int32_t pos = table.PlaceAt(place);
+            if (pos == 0) continue;
+            Require(pos >= 1 && pos <= count, "is in the table and was never stored", pos);
+            Require(!held[static_cast<std::size_t>(pos)], "is in the table twice", pos);
+            held[static_cast<std::size_t>(pos)] = true;
+            ++found;
+        }
+    });
     Require(found == count, "is missing in the table, or one before it", count);
 
     // A start position that did not fit, or was stopped, leaves its level with the one before it.

@@ -139,8 +139,6 @@ Result SearchRounds(SearchState& state, Expander& expander) {
 void InitSearchCounters(SearchState& state) {
     state.Counters = SearchCounters{};
     state.Counters.SeaPhase = 1;
-    state.Counters.HashSize = state.Store.HashSize();
-    state.Counters.BytesPerPosition = state.Store.BytesPerPosition();
     for (auto& kept : state.Kept) kept.reset();
     for (auto* table : {&state.Layers.ForwTopEnd, &state.Layers.BackTopEnd}) {
         table->clear();

@@ -56,8 +56,9 @@ Result Meet(SearchState& state, const Offer& offer, const std::uint8_t* key, std
     return state.OptLevel > OptLevel::None ? Result::GoOn : Result::Ok;
 }
 
-Result Insert(SearchState& state, const Offer& offer, const std::uint8_t* key, std::int32_t parent,
-              std::uint8_t tag) {
+template <typename Table>
+Result Insert(SearchState& state, const Table& table, Offer& offer, const std::uint8_t* key,
+              std::int32_t parent, std::uint8_t tag) {
     SearchCounters& counters = state.Counters;
     const bool optimizing = counters.SeaPhase == 2;
     // After a meeting the search only finishes its level.
@@ -66,8 +67,7 @@ Result Insert(SearchState& state, const Offer& offer, const std::uint8_t* key, s
     counters.BucketCnt += 1;
     state.ProgressTick += 1;
     state.LastPos = static_cast<std::int32_t>(counters.BucketCnt);
-    state.Store.Slots()[offer.Slot] =
-        state.Store.Fingerprint(offer.Mix) | static_cast<std::uint32_t>(state.LastPos);
+    table.Insert(offer, state.LastPos);
     const auto stored = static_cast<std::uint8_t>(optimizing ? tag + 10 : tag);
     state.Store.Append(state.LastPos,
                        {parent, static_cast<std::int16_t>(offer.Moves), offer.Man, stored}, key);
@@ -77,42 +77,41 @@ Result Insert(SearchState& state, const Offer& offer, const std::uint8_t* key, s
 
 }  // namespace
 
-Result StorePos(SearchState& state, Offer& offer, const std::uint8_t* key, std::int32_t parent,
-                std::uint8_t tag, WalkMeter& walk) {
-    PositionStore& store = state.Store;
+template <typename Table>
+Result StorePos(SearchState& state, const Table& table, Offer& offer, const std::uint8_t* key,
+                std::int32_t parent, std::uint8_t tag, WalkMeter& walk) {
     state.Counters.HashCnt += 1;
     if (offer.Moves > 32767)
         throw SolverFault("A position needs " + std::to_string(offer.Moves) +
                           " man moves; up to 32767 moves can be counted");
     if (state.Hooks->Stopping()) return Result::Stopped;
-    const std::uint32_t* slots = store.Slots();
-    const std::uint32_t print = store.Fingerprint(offer.Mix);
     bool held = false;  // by its own side; asked only when the probing goes on past a hit
     for (;;) {
-        const std::uint32_t slot = slots[offer.Slot];
-        if (slot == 0) break;
-        if (store.Fingerprint(slot) == print) {
-            const auto pos = static_cast<std::int32_t>(slot & store.IndexMask());
-            if (store.HasKey(pos, key)) {
-                const PosRecord record = store.Record(pos);
-                const bool own = record.Tag % 10 == tag;
-                Result result = Result::GoOn;
-                if (own)
-                    Duplicate(state, offer, pos, record, parent);
-                else
-                    result = Meet(state, offer, key, pos, parent, tag, walk);
-                if (!state.SpecialActive) {
-                    state.Counters.RHashCnt += offer.Reprobes;
-                    return result;
-                }
-                held = held || own;
+        const std::int32_t pos = table.Candidate(offer);
+        if (pos == 0) break;
+        if (state.Store.HasKey(pos, key)) {
+            const PosRecord record = state.Store.Record(pos);
+            const bool own = record.Tag % 10 == tag;
+            Result result = Result::GoOn;
+            if (own)
+                Duplicate(state, offer, pos, record, parent);
+            else
+                result = Meet(state, offer, key, pos, parent, tag, walk);
+            if (!state.SpecialActive) {
+                state.Counters.RHashCnt += offer.Reprobes;
+                return result;
             }
+            held = held || own;
         }
-        offer.Slot = store.NextSlot(offer.Slot, offer.Step);
-        ++offer.Reprobes;
+        table.Pass(offer);
     }
     state.Counters.RHashCnt += offer.Reprobes;
-    return held ? Result::GoOn : Insert(state, offer, key, parent, tag);
+    return held ? Result::GoOn : Insert(state, table, offer, key, parent, tag);
 }
+
+template Result StorePos(SearchState&, const SlotTable&, Offer&, const std::uint8_t*, std::int32_t,
+                         std::uint8_t, WalkMeter&);
+template Result StorePos(SearchState&, const MixedTable&, Offer&, const std::uint8_t*, std::int32_t,
+                         std::uint8_t, WalkMeter&);
 
 }  // namespace kavit

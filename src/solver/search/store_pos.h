@@ -21,9 +21,11 @@ namespace kavit {
 // hit, so that a position is improved on its own side and meets the other, and is stored for its
 // own side where that does not hold it yet; never twice for one side.
 //
-// The offer has been hashed; it may have been peeked. Throws SolverFault where the moves do not fit
-// their field.
-[[nodiscard]] Result StorePos(SearchState& state, Offer& offer, const std::uint8_t* key,
-                              std::int32_t parent, std::uint8_t tag, WalkMeter& walk);
+// `table` is the store's table in use. The offer has been hashed; it may have been peeked. Throws
+// SolverFault where the moves do not fit their field.
+template <typename Table>
+[[nodiscard]] Result StorePos(SearchState& state, const Table& table, Offer& offer,
+                              const std::uint8_t* key, std::int32_t parent, std::uint8_t tag,
+                              WalkMeter& walk);
 
 }  // namespace kavit

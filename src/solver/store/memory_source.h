@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
 
 namespace kavit {
 
@@ -10,23 +9,20 @@ namespace kavit {
 class MemorySource {
   public:
     virtual ~MemorySource() = default;
-    // Zeroed memory, or nullptr.
+    // Zeroed memory that begins at a multiple of 64, or nullptr.
     [[nodiscard]] virtual void* Take(std::size_t bytes) = 0;
     virtual void Give(void* memory, std::size_t bytes) = 0;
     // Makes the bytes zero again; costs what was used of them, not what was reserved.
     virtual void Clear(void* memory, std::size_t bytes) = 0;
     // Bytes that can be taken and really used without the kernel ending the process.
     [[nodiscard]] virtual std::uint64_t Available() = 0;
+    // Bytes that this process really uses.
+    [[nodiscard]] virtual std::uint64_t Resident() = 0;
 };
 
 // The machine's memory. Large blocks ask for huge pages, which spare most of the address
 // translation misses of random reads; where there are none they work all the same.
 [[nodiscard]] MemorySource& MachineMemory();
-
-// What the machine below `root` ("" for this one) can give: the least of MemAvailable and, for
-// every control group above this process, its limit less its use (inactive file pages do not
-// count as used). The largest number where nothing can be read.
-[[nodiscard]] std::uint64_t AvailableMemory(const std::string& root);
 
 // A block that goes back to its source by itself.
 class MemoryBlock {

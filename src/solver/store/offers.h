@@ -14,18 +14,6 @@
 
 namespace kavit {
 
-// A successor on its way to the store.
-struct Offer {
-    std::uint32_t Mix = 0;       // random mix of the key, for the fingerprint
-    std::int32_t Slot = 0;       // where its probe path stands
-    std::int32_t Step = 0;       // probe step
-    std::uint32_t Reprobes = 0;  // steps made on the way to Slot
-    std::int32_t Moves = 0;      // may be larger than its field: checked when it is stored
-    std::uint8_t Man = 0;        // where he stands after the move, in key numbering
-    std::uint8_t Beside = 0;     // of a push, where he stands before it; of a pull, where after the
-                                 // push that it undoes
-};
-
 // The offers of one expanded position: a range of the batch.
 struct ParentRun {
     std::int32_t Pos = 0;
@@ -55,7 +43,6 @@ class OfferBatch {
     // A new offer of the last parent; the caller fills its key, Mix, Moves and Man.
     int Add() {
         parents_.back().End = count_ + 1;
-        offers_[static_cast<std::size_t>(count_)].Reprobes = 0;
         return count_++;
     }
     void Empty() {
@@ -63,20 +50,44 @@ class OfferBatch {
         parents_.clear();
     }
 
-    // Works out the home slot of every offer and fetches the slots.
+    // Puts every offer at the beginning of its path and fetches what lies there.
     void Hash(const PositionStore& store);
-    // Follows the probe path of offer i (when there is one) past all slots that cannot hold its
-    // key, and fetches the row that it ends on.
-    void Peek(const PositionStore& store, int i);
+    // Follows the path of offer i (when there is one) past all positions that cannot have its key,
+    // and fetches the row that it ends on.
+    template <typename Table>
+    void Peek(const PositionStore& store, const Table& table, int i) {
+        if (i >= count_) return;
+        const std::int32_t pos = table.Candidate(At(i));
+        if (pos != 0) store.PrefetchRow(pos);
+    }
     // The same for a position that is looked for in a run of indices only.
-    void PeekRun(const PositionStore& store, int i, LayerRun run);
+    template <typename Table>
+    void PeekRun(const PositionStore& store, const Table& table, int i, LayerRun run) {
+        if (i >= count_) return;
+        const std::int32_t pos = CandidateIn(table, i, run);
+        if (pos != 0) store.PrefetchRow(pos);
+    }
     // The position of offer i in the run, 0 when it is not stored there.
-    [[nodiscard]] std::int32_t Find(const PositionStore& store, int i, LayerRun run);
+    template <typename Table>
+    [[nodiscard]] std::int32_t Find(const PositionStore& store, const Table& table, int i,
+                                    LayerRun run) {
+        for (;;) {
+            const std::int32_t pos = CandidateIn(table, i, run);
+            if (pos == 0 || store.HasKey(pos, KeyOf(i))) return pos;
+            table.Pass(At(i));
+        }
+    }
 
   private:
-    // Goes along the probe path of offer i to the next slot that may hold its key in the run; 0 at
-    // the end of the path.
-    std::int32_t NextCandidate(const PositionStore& store, int i, LayerRun run);
+    // The next position of the run on the path of offer i that may have its key; 0 at its end.
+    template <typename Table>
+    std::int32_t CandidateIn(const Table& table, int i, LayerRun run) {
+        for (;;) {
+            const std::int32_t pos = table.Candidate(At(i));
+            if (pos == 0 || (pos >= run.Top && pos <= run.End)) return pos;
+            table.Pass(At(i));
+        }
+    }
 
     std::vector<Offer> offers_;
     std::vector<std::uint8_t> keys_;

@@ -8,7 +8,9 @@
 #include <type_traits>
 
 #include "solver/store/memory_source.h"
+#include "solver/store/mixed_table.h"
 #include "solver/store/primes.h"
+#include "solver/store/slot_table.h"
 #include "solver/types.h"
 
 // The position store: every position that either side has reached, and the hash table that finds
@@ -18,11 +20,7 @@
 // cache line, not two. Rows are as long as the level in hand needs (8 + boxes + 1 bytes), so a
 // level with few boxes has its positions closer together than the sizes allow for.
 //
-// A slot of the hash table is 32 bits: the position's index in as many low bits as NumPos needs,
-// and in the rest a fingerprint of the key. With 4000000 positions ten bits are left, and of 1024
-// foreign positions on a probe path only one has its key read. The order of the slots, and with it
-// every count, is that of a table of bare indices. What this costs: nothing; a table of separate
-// fingerprint bytes would have cost a second cache miss and a byte for each slot.
+// Two kinds of hash table share one piece of memory, since a search uses only one of them.
 
 namespace kavit {
 
@@ -47,16 +45,23 @@ class PositionStore {
     // (1..32767). False: the machine cannot give that much, and the store is as it was before.
     [[nodiscard]] bool Resize(std::int64_t numPos, std::int64_t blocks);
 
-    // Empties the store for a level with numBoxes boxes, at most Blocks.
+    // The most that Resize could take now, what the store holds included.
+    [[nodiscard]] std::uint64_t MostBytes() const;
+    // Bytes of the rows of such a store.
+    [[nodiscard]] static std::uint64_t RowsBytes(std::int64_t numPos, std::int64_t blocks);
+
+    // Empties the store for a level with numBoxes boxes, at most Blocks. Throws as HashSize does.
     void Clear(int numBoxes, kavit::HashCase hashCase);
 
     [[nodiscard]] std::int32_t NumPos() const { return numPos_; }
     [[nodiscard]] int Blocks() const { return blocks_; }
-    [[nodiscard]] std::int32_t HashSize() const { return hashSize_; }
-    [[nodiscard]] std::uint32_t HashMult() const { return hashMult_; }
+    // Slots or places of a hash table for this store, less one. Throws SolverFault where a
+    // described table can't be as large as the store.
+    [[nodiscard]] std::int64_t HashSize(kavit::HashCase hashCase);
     [[nodiscard]] int KeyLength() const { return keyLength_; }
     [[nodiscard]] kavit::HashCase HashCase() const { return hashCase_; }
-    [[nodiscard]] double BytesPerPosition() const;
+    // Row and share of that table.
+    [[nodiscard]] double BytesPerPosition(kavit::HashCase hashCase);
 
     // Positions 1..BucketCnt.
     [[nodiscard]] PosRecord Record(std::int32_t pos) const {
@@ -104,49 +109,22 @@ class PositionStore {
         __builtin_prefetch(row + rowLength_ - 1);
     }
 
-    // Slots 0..HashSize.
-    [[nodiscard]] std::uint32_t* Slots() const {
-        return reinterpret_cast<std::uint32_t*>(slots_.Data());
+    [[nodiscard]] const SlotTable& Slots() const { return slots_; }
+    [[nodiscard]] const MixedTable& Mixed() const { return mixed_; }
+    // Calls f with the hash table in use; once for many offers, so that what is done for each is
+    // compiled for its table.
+    template <typename F>
+    decltype(auto) WithTable(F&& f) const {
+        return hashCase_ == kavit::HashCase::Mixed ? f(mixed_) : f(slots_);
     }
-    // Fetches a home slot, and what lies below it: probe paths of a table that fills lead there.
-    void PrefetchSlots(std::int32_t slot) const {
-        constexpr std::int32_t below = 12;
-        __builtin_prefetch(Slots() + slot);
-        __builtin_prefetch(Slots() + (slot >= below ? slot - below : 0));
-    }
-    [[nodiscard]] std::uint32_t IndexMask() const { return indexMask_; }
-    // The part of a key's 32-bit mix that a slot keeps, in its place.
-    [[nodiscard]] std::uint32_t Fingerprint(std::uint32_t mix) const { return mix & ~indexMask_; }
-
-    // One step of the home slot's reduction: h (below 2^31 + 256) as it stands where it is below
-    // HashSize, else (h mod HashSize) + 1, by multiplication with the reciprocal.
-    [[nodiscard]] std::uint32_t Reduce(std::uint32_t h) const {
-        // The upper half of a product is in a register of its own; any other shift would cost.
-        const std::uint64_t twice = std::uint64_t{h} << 1;
-        const auto product = static_cast<unsigned __int128>(reciprocal_) * twice;
-        const auto quotient = static_cast<std::uint32_t>(product >> 64);
-        return h - quotient * static_cast<std::uint32_t>(hashSize_) + (quotient > 0 ? 1U : 0U);
-    }
-    // The probe step of a key in this search, negative and no multiple of HashSize.
-    [[nodiscard]] std::int32_t HashStep(const std::uint8_t* key) const {
-        return hashCase_ == kavit::HashCase::Default ? steps_[0] : steps_[key[halfBoxes_]];
-    }
-    [[nodiscard]] std::uint32_t HomeSlot(const std::uint8_t* key) const;
-    // The next slot of a probe path.
-    [[nodiscard]] std::int32_t NextSlot(std::int32_t h, std::int32_t step) const {
-        h += step;
-        while (h < 0) h += hashSize_;
-        return h;
-    }
-
-    PrimeTable Primes;
+    // The path of its key leads to the position.
+    [[nodiscard]] bool FoundByItsKey(std::int32_t pos) const;
 
   private:
-    [[nodiscard]] bool Allocate(std::int64_t numPos, std::int64_t blocks, std::int32_t hashSize);
+    [[nodiscard]] bool Allocate(std::int64_t numPos, std::int64_t blocks);
     [[nodiscard]] std::byte* Row(std::int32_t pos) const {
         return rows_.Data() + static_cast<std::size_t>(pos) * rowLength_;
     }
-    void FillSteps();
     static std::uint64_t WordAt(const std::uint8_t* bytes) {
         std::uint64_t word = 0;
         std::memcpy(&word, bytes, 8);
@@ -155,18 +133,15 @@ class PositionStore {
 
     MemorySource* source_;
     MemoryBlock rows_;
-    MemoryBlock slots_;
+    MemoryBlock table_;
+    SlotTable slots_;
+    MixedTable mixed_;
+    PrimeTable primes_;
     std::size_t rowLength_ = 0;
     std::int32_t numPos_ = 0;
     int blocks_ = 0;
-    std::int32_t hashSize_ = 0;
-    std::uint32_t hashMult_ = 1;
-    std::uint32_t indexMask_ = 0;
-    std::uint64_t reciprocal_ = 0;
     int keyLength_ = 0;
-    int halfBoxes_ = 0;
     kavit::HashCase hashCase_ = kavit::HashCase::Default;
-    std::int32_t steps_[256] = {};
 };
 
 }  // namespace kavit

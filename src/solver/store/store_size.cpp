@@ -1,0 +1,36 @@
+#include "solver/store/store_size.h"
+
+#include <algorithm>
+#include <cassert>
+
+#include "solver/store/mixed_table.h"
+#include "solver/store/position_store.h"
+
+namespace kavit {
+
+namespace {
+
+constexpr std::uint64_t kSpare = std::uint64_t{64} << 20;
+
+}  // namespace
+
+std::uint64_t BytesFor(std::int64_t numPos, std::int64_t blocks) {
+    assert(numPos >= 1 && numPos <= kMostPositions);
+    return PositionStore::RowsBytes(numPos, blocks) + MixedTable::BytesFor(numPos);
+}
+
+std::int64_t PositionsFor(std::uint64_t bytes, std::int64_t blocks) {
+    std::int64_t fits = 0;
+    std::int64_t tooMany = kMostPositions + 1;
+    while (tooMany - fits > 1) {
+        const std::int64_t middle = fits + (tooMany - fits) / 2;
+        (BytesFor(middle, blocks) <= bytes ? fits : tooMany) = middle;
+    }
+    return fits;
+}
+
+std::uint64_t MostStoreBytes(std::uint64_t available) {
+    return std::max(std::min(available, kSpare), available > kSpare ? available - kSpare : 0);
+}
+
+}  // namespace kavit
