@@ -108,6 +108,7 @@ TEST(Collection, TellsWhatBelongsToWhat) {
         {"A\n\nrrR\n\nt\nB", "1<///rrR>A 8<t///>B "},
         {"A\nLulu\nB", "1<Lulu///>A 5B "},
         {"rR\nA\nSolution\nLulu\n\nB", "2<rR///Lulu>A 8B "},
+        {"A\nSolution: Lulu\n\nSolution\nt\nLulu", "1<t//Lulu/Lulu>A "},
         {"A\nSolution 2 (1/1):\n\n2l\nuU\nt\nB", "1<///lluU>A 9<t///>B "},
         {"A\nsolution: 2(l2U)\nuu\nlR\nrR", "1<///lUUlUUuulRrR>A "},
         {"A\nSolution:R\n\nlL\nSolution: uU\n", "1<//Solution: lL|Solution: uU/R>A "},
