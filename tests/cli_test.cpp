@@ -5,6 +5,7 @@
 #include <csignal>
 #include <filesystem>
 #include <nlohmann/json.hpp>
+#include <regex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -70,11 +71,13 @@ bool Contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-// With "#" for what differs from machine to machine: the first figure in the lines that measure.
+// With "#" for what differs from machine to machine: the first figure in the lines that measure,
+// and the time of the summary.
 std::string WithoutFigures(const std::string& text) {
     std::string result;
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line); result += line + "\n") {
+        line = std::regex_replace(line, std::regex(" levels in [0-9.]+ s:"), " levels in # s:");
         if (line.rfind("seconds ", 0) != 0 && line.rfind("memory ", 0) != 0) continue;
         const std::size_t figure = line.find_first_of("0123456789");
         line.replace(figure, line.find(' ', figure) - figure, "#");
@@ -95,6 +98,7 @@ TEST_F(Cli, StatusAndResult) {
         {"--opt-level 0 --search forward --hash 2 three.xsb", 0, {0}, "Solution:  4/3"},
         {"--blocks 1 two.xsb", 2, {1}, "This program is limited to  1 boxes"},
         {"nobox.xsb", 2, {2}, "Strange mapping ???"},
+        {"--threads 2 --hash default one.xsb", 0, {0}, "Solution:  1/1"},
         {"solved.xsb", 2, {9}, "Problem already solved"},
         {"corner.xsb", 2, {14}, "There is, at least, one frozen block"},
         {"none.xsb", 3, {3}, "There is no solution !"},
@@ -127,9 +131,10 @@ TEST_F(Cli, StatusAndResult) {
 TEST_F(Cli, TextAnswer) {
     const ProgramRun run = Run({"three.xsb", "corner.xsb", "missing.xsb"});
     EXPECT_EQ(run.Status, 2);
-    EXPECT_EQ(run.Err,
+    EXPECT_EQ(WithoutFigures(run.Err),
               "kavit-solve: missing.xsb: can't open file, try again: "
-              "No such file or directory\n");
+              "No such file or directory\n"
+              "kavit-solve: 3 levels in # s: 1 solved, 1 refused (1 frozen box), 1 not readable\n");
     EXPECT_EQ(WithoutFigures(run.Out),
               "three.xsb\n\n########\n#@ $  .#\n########\n\n"
               "Solution:  4/3  on  1 analyzed\n\nrRRR\n\n"
@@ -234,8 +239,28 @@ TEST_F(Cli, WrongUsage) {
         {"--blocks 32768 one.xsb", "from 1 to 32767"},
         {"--max-time 86401 one.xsb", "from 1 to 86400"},
         {"--max-time '' one.xsb", "--max-time: ''"},
-        {"--opt-level 4 one.xsb", "from 0 to 3"},
-        {"--hash 3 one.xsb", "from 0 to 2"},
+        {"--opt-level 5 one.xsb", "from 0 to 4"},
+        {"--hash 4 one.xsb", "'4' is none of 0 to 3, default, case1, case2, mixed"},
+        {"--threads 0 one.xsb", "--threads: '0' is not a whole number from 1 to 1024"},
+        {"--threads -1 one.xsb", "'-1'"},
+        {"--threads 1025 one.xsb", "from 1 to 1024"},
+        {"--threads two one.xsb", "'two'"},
+        {"--memory 0 one.xsb", "--memory: '0' is no size of memory, as in 500M, 4G or 50%"},
+        {"--memory 0% one.xsb", "'0%'"},
+        {"--memory 101% one.xsb", "'101%'"},
+        {"--memory 3X one.xsb", "'3X'"},
+        {"--memory 1.5G one.xsb", "'1.5G'"},
+        {"--memory G one.xsb", "'G'"},
+        {"--memory '' one.xsb", "--memory: ''"},
+        {"--memory 8388608T one.xsb", "'8388608T'"},
+        {"--memory 7 one.xsb", "--memory: 7 bytes have no room for a position"},
+        {"--memory 1G --max-positions 9 one.xsb", "--memory excludes --max-positions"},
+        {"--level 0 one.xsb", "--level: '0' is no list of level numbers, as in 5-9,12"},
+        {"--level 3-2 one.xsb", "'3-2'"},
+        {"--level 1, one.xsb", "'1,'"},
+        {"--title '' one.xsb", "--title"},
+        {"--output all.txt one.xsb", "--output: 'all.txt' ends with neither .sok nor .xsb"},
+        {"--output one.xsb two.xsb one.xsb", "--output: one.xsb is one of the files to read"},
         {"--sol '' one.xsb", "--sol"},
         {"--dump-levels '' one.xsb", "--dump-levels"},
         {"--dump-position 0 one.xsb", "from 1 to 2147483647"},
@@ -259,27 +284,159 @@ TEST_F(Cli, WrongUsage) {
 
 // No machine gives that much; it must say so at once and not be killed later.
 TEST_F(Cli, SizesThatNoMachineHas) {
-    const ProgramRun run = Run({"--max-positions", "2147483647", "--blocks", "32767", "one.xsb"});
-    EXPECT_EQ(run.Status, 4) << run.Out;
-    EXPECT_TRUE(Contains(run.Err, "Insuficient Memory")) << run.Err;
+    for (const char* args :
+         {"--max-positions 2147483647 --blocks 32767 one.xsb", "--memory 8388607T one.xsb"}) {
+        const ProgramRun run = Run(Words(args));
+        EXPECT_EQ(run.Status, 4) << run.Out;
+        EXPECT_TRUE(Contains(run.Err, "Insuficient Memory: ")) << run.Err;
+        EXPECT_TRUE(Contains(run.Err, "this machine can give ")) << run.Err;
+    }
 }
 
-TEST_F(Cli, WhereLevelsComeFrom) {
-    fs::create_directory(folder_.Path("set"));
-    for (const char* name :
-         {"lev10.xsb", "lev9.XSB", "lev010b.xsb", "a.txt", ".hidden.xsb", "b.xsb"}) {
-        folder_.Write(std::string("set/") + name, kOnePush);
+// The store by positions, by bytes and by a share; boxes as given, or as the level needs.
+TEST_F(Cli, StoreSizes) {
+    folder_.Write("nine.xsb", "############\n#@$.$.$.$.$#\n#.$.$.$.$..#\n############\n");
+    struct Case {
+        const char* Args;
+        std::int64_t MaxPositions;  // 0: some
+        int Blocks;
+        const char* Says;
+    };
+    const Case cases[] = {
+        {"one.xsb", 4000000, 8, ""},
+        {"--max-positions 5 one.xsb", 5, 8, ": 5 positions of up to 8 boxes take "},
+        {"--blocks 30 one.xsb", 4000000, 30, ""},
+        {"nine.xsb", 4000000, 9, ""},
+        {"--blocks 9 nine.xsb", 4000000, 9, ""},
+        {"--memory 64K one.xsb", 0, 8, " positions of up to 8 boxes take 6"},
+        {"--memory 1% one.xsb", 0, 8, " positions of up to 8 boxes take "},
+    };
+    for (const Case& c : cases) {
+        const ProgramRun run = Run(Words(std::string("--json ") + c.Args));
+        SCOPED_TRACE(c.Args + ("\n" + run.Err));
+        const std::vector<Json> objects = Objects(run.Out);
+        ASSERT_EQ(objects.size(), 1U);
+        EXPECT_EQ(objects[0].at("blocks"), c.Blocks);
+        const auto positions = objects[0].at("maxPositions").get<std::int64_t>();
+        EXPECT_EQ(c.MaxPositions == 0 ? 0 : positions, c.MaxPositions);
+        // 65536 bytes, at 20 to 30 a position.
+        EXPECT_GT(positions, c.MaxPositions == 5 ? 4 : 65536 / 30);
+        if (Contains(c.Args, "64K")) {
+            EXPECT_LT(positions, 65536 / 20);
+        }
+        EXPECT_TRUE(Contains(run.Err, c.Says));
+        EXPECT_EQ(Contains(run.Err, "this machine can give"), *c.Says != 0);
     }
-    fs::create_directory(folder_.Path("set/folder.xsb"));
-    fs::create_directory(folder_.Path("[a,b]"));
+}
+
+// Folders in natural order, files first; each file once; links to folders are not followed.
+TEST_F(Cli, WhereLevelsComeFrom) {
+    for (const char* folder : {"set", "set/folder.xsb", "set/b2", "set/.git", "[a,b]"})
+        fs::create_directory(folder_.Path(folder));
+    for (const char* name : {"lev10.xsb", "lev9.XSB", "lev010b.xsb", "a.md", ".hidden.xsb", "b.sok",
+                             "b2/c.xsb", ".git/d.xsb", "folder.xsb/e.TXT"})
+        folder_.Write(std::string("set/") + name, kOnePush);
+    folder_.Write("set/about.txt", "Nothing that looks like a level.\n");
     folder_.Write("[a,b]/c.xsb", kOnePush);
-    const ProgramRun run = Run({"--json", "[a,b]", "set/", "-", "empty"}, kThreePushes);
+    fs::create_directory_symlink(folder_.Path("set"), folder_.Path("set/b2/loop"));
+    fs::create_symlink(folder_.Path("three.xsb"), folder_.Path("set/b2/link.xsb"));
+    fs::create_symlink(folder_.Path("set/lev10.xsb"), folder_.Path("set/b2/again.xsb"));
+    const Strings wanted = {"./[a,b]/c.xsb",   "set/b.sok",           "set/lev9.XSB",
+                            "set/lev10.xsb",   "set/lev010b.xsb",     "set/b2/c.xsb",
+                            "set/b2/link.xsb", "set/folder.xsb/e.TXT"};
+    const ProgramRun run = Run({"--json", "[a,b]", "set/", "-", "empty", "set"}, kThreePushes);
     Strings names;
     for (const Json& object : Objects(run.Out)) names.push_back(object.at("level"));
-    EXPECT_EQ(names, Strings({"./[a,b]/c.xsb", "set/b.xsb", "set/lev9.XSB", "set/lev10.xsb",
-                              "set/lev010b.xsb", "-", "empty"}));
+    Strings all = wanted;
+    all.insert(all.end(), {"-", "empty"});
+    EXPECT_EQ(names, all);
     EXPECT_EQ(run.Status, 5);
-    EXPECT_TRUE(Contains(run.Err, "empty: Nothing to Open: no .xsb files")) << run.Err;
+    EXPECT_TRUE(Contains(run.Err, "empty: Nothing to Open: no .xsb, .sok or .txt")) << run.Err;
+    // What is named itself is taken as often as it is named, and what a list prints is a name.
+    EXPECT_EQ(Objects(Run({"--json", "one.xsb", "one.xsb"}).Out).size(), 2U);
+    const ProgramRun list = Run({"--list", "[a,b]", "set"});
+    Strings listed;
+    std::istringstream lines(list.Out);
+    for (std::string line; std::getline(lines, line);) listed.push_back(line);
+    EXPECT_EQ(listed, wanted);
+}
+
+// Every level of a collection, by number, by title, by its own name; a file without levels, one
+// that is broken in part, and a level that no file has.
+TEST_F(Cli, Collections) {
+    const std::string two = "Two \"quoted\" \x1b";
+    folder_.Write("album#1.txt", std::string("Title: The album\n\n") + kOnePush + "Title: One\n\n" +
+                                     kThreePushes + "Title: " + two + "\nSolution: rRRR\n\n" +
+                                     "#####\n#@$?#\n#####\n\n" + kTwoBoxes + "Title: Last one\n" +
+                                     "Solution: RRlldRRurDlluuRRldddruulld\n");
+    const std::string name2 = "album#1.txt#2 \"Two \"quoted\" \\x1b\"";
+    struct Case {
+        Strings Args;
+        int Status;
+        std::vector<int> Indexes;
+    };
+    const Case cases[] = {
+        {{"album#1.txt"}, 0, {1, 2, 3}},
+        {{"--level", "2-9,1", "album#1.txt", "one.xsb"}, 0, {1, 2, 3, 1}},
+        {{"--level", "3", "album#1.txt", "one.xsb"}, 0, {3}},
+        {{"--title", "one", "album#1.txt"}, 0, {1, 3}},
+        {{"--title", "O?e", "album#1.txt"}, 0, {1}},
+        {{"--title", "*t*", "--level", "3", "album#1.txt"}, 0, {3}},
+        {{"album#1.txt#3"}, 0, {3}},
+        {{name2}, 0, {2}},
+        {{"one.xsb#1"}, 0, {1}},
+        {{"one.xsb#2"}, 5, {1}},
+        {{"album#1.txt#4"}, 5, {1}},
+        {{"--title", "nowhere", "album#1.txt"}, 5, {}},
+    };
+    for (const Case& c : cases) {
+        Strings args = c.Args;
+        args.insert(args.begin(), "--json");
+        const ProgramRun run = Run(args);
+        SCOPED_TRACE(c.Args.back() + run.Out + run.Err);
+        EXPECT_EQ(run.Status, c.Status);
+        std::vector<int> indexes;
+        for (const Json& object : Objects(run.Out)) indexes.push_back(object.at("index"));
+        EXPECT_EQ(indexes, c.Indexes);
+    }
+    const ProgramRun list = Run({"--list", "album#1.txt"});
+    EXPECT_EQ(list.Out, "album#1.txt#1 \"One\"\n" + name2 + "\nalbum#1.txt#3 \"Last one\"\n");
+    EXPECT_TRUE(Contains(list.Err, "album#1.txt: lines 14 to 16 left out: line 15, column 4")) << list.Err;
+
+    const std::vector<Json> objects =
+        Objects(Run({"--json", "--sol", "s/", "album#1.txt"}, "").Out);
+    ASSERT_EQ(objects.size(), 3U);
+    EXPECT_EQ(objects[1].at("title"), two);
+    EXPECT_EQ(objects[1].at("file"), "album#1.txt");
+    EXPECT_EQ(objects[1].at("recorded"),
+              Json({{"solves", true}, {"pushes", 3}, {"moves", 4}, {"morePushes", 0}}));
+    EXPECT_EQ(objects[2].at("recorded").at("solves"), false);
+    EXPECT_FALSE(objects[0].contains("recorded"));
+    EXPECT_TRUE(fs::exists(folder_.Path("s/album#1-3.sol")));
+    EXPECT_TRUE(
+        Contains(Run({"album#1.txt"}).Out, "Recorded solution: 4/3, with the fewest pushes\n"));
+}
+
+// Read, solve, write, read: the same levels, with solutions.
+TEST_F(Cli, LevelsWrittenAgain) {
+    folder_.Write("album.txt", std::string("Author: Us\n\n") + kOnePush + "Title: One\n\n" +
+                                   kThreePushes + "Title: Two\nSolution: rRllrRRR\n\n" +
+                                   kavit::test::kUnsolvable + "Title: None\n");
+    EXPECT_EQ(Run({"--output", "new.sok", "album.txt"}).Status, 3);
+    const std::string written = folder_.Read("new.sok");
+    EXPECT_TRUE(Contains(written, "Author: Us")) << written;
+    const std::vector<Json> before = Objects(Run({"--json", "album.txt"}).Out);
+    const std::vector<Json> after = Objects(Run({"--json", "new.sok"}).Out);
+    ASSERT_EQ(after.size(), before.size());
+    for (std::size_t i = 0; i < after.size(); ++i) {
+        for (const char* field : {"title", "status", "solution", "index", "BucketCnt"})
+            EXPECT_EQ(after[i].at(field), before[i].at(field)) << i;
+        EXPECT_EQ(after[i].contains("recorded"), i < 2);
+    }
+    EXPECT_EQ(after[1].at("recorded").at("moves"), 4) << "the longer one was kept";
+    const ProgramRun failed = Run({"--output", "no/folder.xsb", "one.xsb"});
+    EXPECT_EQ(failed.Status, 7);
+    EXPECT_TRUE(Contains(failed.Err, "--output: ")) << failed.Err;
 }
 
 TEST_F(Cli, InvalidCharacters) {
@@ -332,7 +489,7 @@ TEST_F(Cli, SolutionFiles) {
         EXPECT_EQ(run.Status, c.Status);
         EXPECT_TRUE(Contains(run.Out, "\nR\n")) << "the answer itself: " << run.Out;
         EXPECT_TRUE(Contains(run.Err, c.Says));
-        EXPECT_EQ(run.Err.empty(), c.Says.empty());
+        EXPECT_EQ(Contains(run.Err, ".xsb: "), !c.Says.empty());
         for (const std::string& file : Words(c.Files)) {
             EXPECT_TRUE(Contains(folder_.Read(file), "\\RESULT: ")) << file;
         }
@@ -392,8 +549,8 @@ TEST_F(Cli, SignalsAndProgress) {
         setup.ErrTerminal = true;
         bool sent = false;
         setup.OnErr = [&](pid_t program, const std::string& err) {
-            if (!sent && Contains(err, " positions")) kill(program, number);
-            sent = sent || Contains(err, " positions");
+            if (!sent && Contains(err, " positions, ")) kill(program, number);
+            sent = sent || Contains(err, " positions, ");
         };
         const ProgramRun run = RunSolve(setup);
         EXPECT_EQ(run.Status, 8);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "level/result.h"
+#include "output/solve_report.h"
 
 namespace kavit {
 
@@ -36,6 +37,25 @@ enum class ExitStatus {
             return ExitStatus::Stopped;
         default:
             return ExitStatus::NotReadable;
+    }
+}
+
+// The status of one solve in a word, as JSON and the summary say it.
+[[nodiscard]] inline const char* StatusWord(const SolveReport& solve) {
+    if (!solve.Fault.empty()) return "fault";
+    switch (StatusOf(solve.Code)) {
+        case ExitStatus::Solved:
+            return "solved";
+        case ExitStatus::Refused:
+            return "refused";
+        case ExitStatus::NoSolution:
+            return "no-solution";
+        case ExitStatus::OutOfMemory:
+            return "out-of-memory";
+        case ExitStatus::Stopped:
+            return "stopped";
+        default:
+            return "not-readable";
     }
 }
 

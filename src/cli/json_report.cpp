@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "cli/exit_status.h"
+
 namespace kavit {
 
 namespace {
@@ -42,9 +44,36 @@ void AddCounters(Json& object, const SearchCounters& counters) {
     object["passSeconds"] = counters.PassSeconds;
     object["proofSeconds"] = counters.ProofSeconds;
     object["bytesPerPosition"] = counters.BytesPerPosition;
+    constexpr const char* kHashNames[] = {"default", "case1", "case2", "mixed"};
+    object["hash"] = kHashNames[static_cast<std::size_t>(counters.HashCase)];
+    object["threads"] = counters.Threads;
 }
 
 }  // namespace
+
+// The solution with the fewest pushes, in plain names.
+void AddBest(Json& object, const SolveReport& solve) {
+    const auto& best = solve.Kept[1];
+    object["pushes"] = best ? Json(best->SolPushes) : Json();
+    object["moves"] = best ? Json(best->SolMoves) : Json();
+    object["solution"] = best ? Json(best->SolString) : Json();
+    object["pushesProved"] = solve.PushesProved;
+    object["movesProved"] = solve.MovesProved;
+    object["fewestMovesProved"] = solve.FewestMovesProved;
+    if (solve.Code != Result::Ok && solve.PushesLowerBound)
+        object["lowerBound"] = *solve.PushesLowerBound;
+    if (solve.MovesLowerBound) object["movesLowerBound"] = *solve.MovesLowerBound;
+}
+
+void AddRecorded(Json& object, const RecordedSolution& recorded, const SolveReport& solve) {
+    Json& part = object["recorded"];
+    part["solves"] = recorded.Solves;
+    part["pushes"] = recorded.Pushes;
+    part["moves"] = recorded.Moves;
+    if (!recorded.Solves) part["wrong"] = recorded.Wrong;
+    if (recorded.Solves && solve.PushesProved)
+        part["morePushes"] = recorded.Pushes - solve.Kept[1]->SolPushes;
+}
 
 // The words for the result: of a solved level those of message 30, whatever the optimizer said.
 std::string Message(const SolveReport& solve) {
@@ -58,15 +87,19 @@ std::string JsonLine(const LevelReport& report) {
     const bool fault = !solve.Fault.empty();
     Json object;
     object["level"] = report.Name;
+    object["file"] = report.File;
+    object["index"] = report.Index;
+    object["title"] = report.Title;
+    object["status"] = StatusWord(report.Solve);
     object["result"] = fault ? Json() : Json(static_cast<int>(solve.Code));
     object["message"] = Message(solve);
     object["LastMsg"] = fault ? Json() : Json(static_cast<int>(solve.LastMsg));
     AddSolutions(object, solve);
     AddCounters(object, solve.Counters);
-    object["pushesProved"] = solve.PushesProved;
-    object["movesProved"] = solve.MovesProved;
-    if (solve.Code != Result::Ok && solve.PushesLowerBound)
-        object["lowerBound"] = *solve.PushesLowerBound;
+    object["maxPositions"] = solve.Sizes.NumPos;
+    object["blocks"] = solve.Sizes.Blocks;
+    AddBest(object, solve);
+    if (report.Recorded) AddRecorded(object, *report.Recorded, solve);
     if (fault) object["fault"] = solve.Fault;
     if (!report.Reason.empty()) object["reason"] = report.Reason;
     if (!report.SolFile.empty()) object["solFile"] = report.SolFile;

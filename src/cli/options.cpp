@@ -2,9 +2,11 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
+#include <filesystem>
+#include <functional>
 #include <sstream>
+#include <stdexcept>
 #include <utility>
 
 namespace kavit {
@@ -18,7 +20,8 @@ constexpr const char* kDescription =
 constexpr const char* kFooter = R"(Examples:
   kavit-solve levels/01-first-steps.xsb
   kavit-solve --json --max-time 60 levels/ > answers.jsonl
-  kavit-solve --opt-level 3 --blocks 12 --sol answers/ levels/*.xsb
+  kavit-solve --opt-level 3 --memory 50% --sol answers/ levels/*.xsb
+  kavit-solve --level 5-9,12 --output solved.sok album.txt
   kavit-solve - < level.xsb
 
 Exit status: 0 when all levels were solved, otherwise that of the first level that was not:
@@ -30,86 +33,102 @@ Exit status: 0 when all levels were solved, otherwise that of the first level th
   8  stopped by the time limit, SIGINT or SIGTERM
 and 1 for wrong usage, 7 when all were solved but an answer could not be written.)";
 
-// Digits only: no sign, no blanks, no hexadecimal, nothing cut off.
-template <typename Number>
-Number WholeNumber(const std::string& text, std::int64_t least, std::int64_t most) {
-    std::int64_t value = 0;
-    const char* const end = text.data() + text.size();
-    const auto [rest, error] = std::from_chars(text.data(), end, value);
-    if (error != std::errc() || rest != end || value < least || value > most) {
-        throw CLI::ValidationError("'" + text + "' is not a whole number from " +
-                                   std::to_string(least) + " to " + std::to_string(most));
-    }
-    return static_cast<Number>(value);
-}
-
-template <typename Number>
-void AddNumber(CLI::App& app, const std::string& name, Number& field, std::int64_t least,
-               std::int64_t most, const std::string& help, const std::string& type = "N") {
-    // A default that is out of range is none.
-    const auto standard = static_cast<std::int64_t>(field);
-    const std::string text = standard < least ? help : help + " [" + std::to_string(standard) + "]";
-    app.add_option_function<std::string>(
-           name,
-           [name, &field, least, most](const std::string& value) {
-               try {
-                   field = WholeNumber<Number>(value, least, most);
-               } catch (const CLI::ValidationError& wrong) {
-                   throw CLI::ValidationError(name, wrong.what());
-               }
-           },
-           text)
+// An option with a value, of which the last one given holds. What `take` throws becomes the
+// message, under the option's name.
+CLI::Option* AddValue(CLI::App& app, const std::string& name, const std::string& type,
+                      const std::string& help,
+                      const std::function<void(const std::string&)>& take) {
+    const auto checked = [name, take](const std::string& value) {
+        try {
+            take(value);
+        } catch (const std::invalid_argument& wrong) {
+            throw CLI::ValidationError(name, wrong.what());
+        }
+    };
+    return app.add_option_function<std::string>(name, checked, help)
         ->type_name(type)
         ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
 
-// What the solver has names for.
-struct Named {
-    std::string Search = "both";
-    int Hash = -1;  // not given
-};
-
-void AddOptions(CLI::App& app, Options& options, Named& named) {
-    app.add_option("LEVEL", options.Levels,
-                   "Level files, folders of .xsb files, or - for standard input")
-        ->type_name("");
-    AddNumber(app, "--max-positions", options.Fields.NumPos, 1, 2147483647,
-              "Positions that may be stored");
-    AddNumber(app, "--blocks", options.Fields.Blocks, 1, 32767, "Most boxes a level may have");
-    AddNumber(app, "--max-time", options.Fields.MaxTime, 1, 86400, "Seconds for each level", "S");
-    AddNumber(app, "--opt-level", options.Solver.OptLevel, 0, 3,
-              "Moves optimizer: 0 none, 1 something, 2 something more, 3 something plus");
-    app.add_flag("--special", options.Solver.OptSpecial,
-                 "Optimize across both sides (counts at levels 2 and 3)");
-    app.add_option("--search", named.Search,
-                   "Side to search from: both, forward or backward [both]")
-        ->type_name("SIDE")
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-    AddNumber(app, "--hash", named.Hash, 0, 2, "Way to probe the hash table");
-    app.add_option("--sol", options.SolTarget,
-                   "Write the solution file; a folder when it is one, ends with /, or there are "
-                   "several levels")
-        ->type_name("FILE|DIR")
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-    app.add_flag("--expert", options.Expert, "Full report, and file names that tell the settings");
-    app.add_flag("--json", options.Json, "Print one JSON object a line for each level");
-    app.add_flag("--strict", options.Strict, "Refuse a level with an invalid character");
-    app.add_option("--dump-levels", options.DumpPrefix,
-                   "Write the levels of the search to PREFIX_NAME.txt, for who works on the solver")
-        ->type_name("PREFIX")
-        ->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
-    AddNumber(app, "--dump-position", options.DumpPosition, 1, 2147483647,
-              "Add a line on stored position N to NAME_Dist.txt");
+// One that must not be empty.
+CLI::Option* AddText(CLI::App& app, const std::string& name, const std::string& type,
+                     const std::string& help, std::string& field) {
+    return AddValue(app, name, type, help, [&field](const std::string& value) {
+        if (value.empty()) throw std::invalid_argument("the name is empty");
+        field = value;
+    });
 }
 
-SeaType SeaTypeOf(const std::string& search) {
-    constexpr const char* kNames[] = {"both", "forward", "backward"};
-    const auto* const found = std::find(std::begin(kNames), std::end(kNames), search);
-    if (found == std::end(kNames)) {
-        throw CLI::ValidationError("--search",
-                                   "'" + search + "' is none of both, forward, backward");
-    }
-    return static_cast<SeaType>(found - std::begin(kNames));
+template <typename Number>
+CLI::Option* AddNumber(CLI::App& app, const std::string& name, const std::string& type,
+                       const std::string& help, Number& field, std::int64_t least,
+                       std::int64_t most) {
+    return AddValue(app, name, type, help, [&field, least, most](const std::string& value) {
+        field = static_cast<Number>(WholeNumber(value, least, most));
+    });
+}
+
+void AddLevels(CLI::App& app, Options& options) {
+    app.add_option("LEVEL", options.Levels,
+                   "Level files and collections, FILE#N for one level of a collection, folders, or "
+                   "- for standard input")
+        ->type_name("");
+    AddValue(app, "--level", "N-M,K", "Only the levels with these numbers in their file",
+             [&](const std::string& value) { options.Chosen.Numbers = LevelNumbers(value); });
+    AddText(app, "--title", "PATTERN", "Only levels with such a title (* and ? as in a shell)",
+            options.Chosen.Title);
+    app.add_flag("--list", options.List, "Print the names of the levels and end");
+    app.add_flag("--strict", options.Strict, "Refuse a level with an invalid character");
+}
+
+void AddSizes(CLI::App& app, Options& options) {
+    CLI::Option* const memory =
+        AddValue(app, "--memory", "SIZE",
+                 "Memory for positions: 500M, 4G, or 50% of what is free to the program",
+                 [&](const std::string& value) { options.Memory = MemoryOf(value); });
+    AddNumber(app, "--max-positions", "N",
+              "Positions that may be stored, at some 24 bytes each, one more for each box over 8 "
+              "[4000000]",
+              options.MaxPositions, 1, 2147483647)
+        ->excludes(memory);
+    AddNumber(app, "--blocks", "N", "Most boxes a level may have [what each level needs]",
+              options.Blocks, 1, 32767);
+    AddNumber(app, "--max-time", "S", "Seconds for each level [300]", options.MaxTime, 1, 86400);
+}
+
+void AddSearch(CLI::App& app, Options& options) {
+    AddValue(app, "--opt-level", "N",
+             "Moves optimizer: 0 none, 1 something, 2 something more, 3 something plus, 4 fewest "
+             "moves of all [1]",
+             [&](const std::string& value) {
+                 options.Solver.OptLevel = static_cast<OptLevel>(WholeNumber(value, 0, 4));
+             });
+    app.add_flag("--special", options.Solver.OptSpecial,
+                 "Optimize across both sides (counts from level 2 on)");
+    AddValue(app, "--search", "SIDE", "Side to search from: both, forward or backward [both]",
+             [&](const std::string& value) { options.Solver.SeaType = SeaTypeOf(value); });
+    AddValue(app, "--hash", "CASE",
+             "Hash table: default, case1, case2, mixed, or 0 to 3 [default up to 8000000 "
+             "positions, mixed above]",
+             [&](const std::string& value) { options.Solver.HashCase = HashCaseOf(value); });
+    AddNumber(app, "--threads", "N", "Threads that search [all that the program may use]",
+              options.Solver.Threads, 1, 1024);
+}
+
+void AddAnswers(CLI::App& app, Options& options) {
+    AddText(app, "--sol", "FILE|DIR",
+            "Write the solution file; a folder when it is one, ends with /, or there are several "
+            "levels",
+            options.SolTarget);
+    AddText(app, "--output", "FILE", "Write the levels again with solutions, as .sok or .xsb",
+            options.Output);
+    app.add_flag("--expert", options.Expert, "Full report, and file names that tell the settings");
+    app.add_flag("--json", options.Json, "Print one JSON object a line for each level");
+    AddText(app, "--dump-levels", "PREFIX",
+            "Write the layers of the search to PREFIX_NAME.txt (for debugging)",
+            options.DumpPrefix);
+    AddNumber(app, "--dump-position", "N", "Add a line on stored position N to NAME_Dist.txt",
+              options.DumpPosition, 1, 2147483647);
 }
 
 // What the parser reads, from the last to the first. It would take a folder [a,b] for a list of two
@@ -125,16 +144,14 @@ std::vector<std::string> Arguments(int argc, const char* const* argv) {
     return arguments;
 }
 
-void Check(const CLI::App& app, const Options& options) {
+void Check(const Options& options) {
     if (options.Levels.empty()) throw CLI::RequiredError("LEVEL: a file, a folder or -");
-    if (std::count(options.Levels.begin(), options.Levels.end(), "-") > 1) {
+    if (std::count(options.Levels.begin(), options.Levels.end(), "-") > 1)
         throw CLI::ValidationError("LEVEL", "- may be given once");
-    }
-    for (const auto& [name, value] :
-         {std::pair("--sol", options.SolTarget), std::pair("--dump-levels", options.DumpPrefix)}) {
-        if (app.count(name) > 0 && value.empty()) {
-            throw CLI::ValidationError(name, "the name is empty");
-        }
+    const std::string ending = std::filesystem::path(options.Output).extension().string();
+    if (!options.Output.empty() && ending != ".sok" && ending != ".xsb") {
+        throw CLI::ValidationError("--output",
+                                   "'" + options.Output + "' ends with neither .sok nor .xsb");
     }
 }
 
@@ -147,14 +164,14 @@ CommandLine ReadCommandLine(int argc, const char* const* argv) {
     app.set_help_flag("--help,-h", "Print this help and end");
 
     Options options;
-    Named named;
-    AddOptions(app, options, named);
+    AddLevels(app, options);
+    AddSizes(app, options);
+    AddSearch(app, options);
+    AddAnswers(app, options);
     CommandLine line;
     try {
         app.parse(Arguments(argc, argv));
-        options.Solver.SeaType = SeaTypeOf(named.Search);
-        if (named.Hash >= 0) options.Solver.HashCase = static_cast<HashCase>(named.Hash);
-        Check(app, options);
+        Check(options);
         line.Command = std::move(options);
     } catch (const CLI::ParseError& ended) {
         std::ostringstream out;

@@ -4,22 +4,31 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <string_view>
 
+#include "cli/option_values.h"
 #include "output/number_text.h"
 
 namespace kavit {
 
 namespace {
 
-constexpr std::int64_t kBarWidth = 24;
+constexpr std::int64_t kBarWidth = 10;
 constexpr double kFirstSeconds = 0.2;
 constexpr std::string_view kEraseLine = "\r\x1b[K";
 
 void WriteError(std::string_view text) {
     // A line of a progress bar that gets lost is drawn again.
     [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
+}
+
+// "850", "339k", "12.3M": a line must not be longer than it has to be.
+std::string Short(std::int64_t number) {
+    if (number < 10000) return B(number);
+    if (number < 10000000) return B(number / 1000) + "k";
+    return B(number / 1000000) + "." + B(number / 100000 % 10) + "M";
 }
 
 // A line that wraps could not be erased any more. A terminal that keeps its width to itself is
@@ -32,13 +41,23 @@ std::size_t RoomInLine() {
 
 }  // namespace
 
-std::string ProgressLine(const SolveProgress& progress) {
+std::string ProgressLine(const SolveProgress& p) {
     const std::int64_t filled = std::clamp<std::int64_t>(
-        kBarWidth * progress.Positions / std::max<std::int64_t>(progress.NumPos, 1), 0, kBarWidth);
+        kBarWidth * p.Positions / std::max<std::int64_t>(p.NumPos, 1), 0, kBarWidth);
     std::string line = "[" + std::string(static_cast<std::size_t>(filled), '#') +
                        std::string(static_cast<std::size_t>(kBarWidth - filled), '.') + "] ";
-    return line + B(progress.Positions) + " positions, layer " + B(progress.ForwLayers) + "+" +
-           B(progress.BackLayers) + ", " + B(static_cast<std::int64_t>(progress.Seconds)) + " s";
+    line += Short(p.Positions) + " positions, " + B(std::llround(p.Seconds)) + " s, ";
+    const std::string layers = B(p.ForwLayers) + "+" + B(p.BackLayers);
+    if (p.SeaPhase > 1) {
+        line += "improving moves, layers " + layers;
+    } else {
+        line += "at least " + B(p.PushesLower) + " pushes";
+        if (p.PushesReach) line += " (room for " + B(*p.PushesReach) + ")";
+        line += ", layers " + layers + ", now " + Short(p.LayerSize);
+    }
+    const double memory = static_cast<double>(p.Positions) * p.BytesPerPosition;
+    return line + ", " + Short(std::llround(p.OffersPerSecond)) + " offers/s, " +
+           BytesText(static_cast<std::uint64_t>(memory));
 }
 
 ProgressBar::ProgressBar() : wanted_(isatty(STDERR_FILENO) == 1) {}

@@ -1,11 +1,10 @@
 #include "cli/read_level.h"
 
-#include <istream>
+#include <sstream>
 #include <string>
 #include <utility>
 
 #include "cli/complain.h"
-#include "cli/standard_streams.h"
 #include "output/shown_text.h"
 
 namespace kavit {
@@ -44,22 +43,15 @@ class InvalidChars {
     std::string question_;
 };
 
-ReadReply ReadFrom(const LevelSource& source, const SolveSession& session, Board& board,
-                   const AskInvalidChar& ask) {
-    switch (source.Origin) {
-        case LevelSource::Kind::NoLevel:
-            break;
-        case LevelSource::Kind::StandardInput: {
-            InputBuffer buffer(session);
-            std::istream input(&buffer);
-            const ReadReply reply = ReadLevelStream(input, board, ask);
-            return session.StopRequested() ? ReadReply{Result::Stopped, false, {}, ""} : reply;
-        }
-        case LevelSource::Kind::File:
-            return ReadLevelFile(source.Name, board, ask);
-    }
-    return {
-        source.EmptyFolder ? Result::NothingToOpen : Result::CantOpen, false, {}, source.Reason};
+ReadReply ReadFrom(const LevelEntry& entry, Board& board, const AskInvalidChar& ask) {
+    if (entry.Code != Result::Ok)
+        return {.Code = entry.Code, .Cancelled = false, .Place = {}, .Reason = entry.Reason};
+    if (!entry.FromCollection && !entry.FromStandardInput)
+        return ReadLevelFile(entry.File, board, ask);
+    std::istringstream text(entry.FromCollection ? entry.Level.BoardText : entry.Text);
+    ReadReply reply = ReadLevelStream(text, board, ask);
+    if (entry.FromCollection && reply.Place.Line > 0) reply.Place.Line += entry.Level.Line - 1;
+    return reply;
 }
 
 // A title may hold a "#", but it may also be a row of the level with a slip of the pen in front.
@@ -73,12 +65,12 @@ void TellOfDroppedRows(const std::string& level, const ReadReply& reply) {
 
 }  // namespace
 
-ReadReply ReadLevel(const LevelSource& source, bool strict, const SolveSession& session,
-                    Board& board) {
-    InvalidChars invalid(ShownText(source.Name), strict);
+ReadReply ReadLevel(const LevelEntry& entry, bool strict, Board& board) {
+    const std::string name = ShownText(entry.Name);
+    InvalidChars invalid(name, strict);
     ReadReply reply =
-        ReadFrom(source, session, board, [&](const InvalidChar& met) { return invalid.Ask(met); });
-    TellOfDroppedRows(ShownText(source.Name), reply);
+        ReadFrom(entry, board, [&](const InvalidChar& met) { return invalid.Ask(met); });
+    TellOfDroppedRows(name, reply);
     if (reply.Loaded()) return reply;
     if (reply.Cancelled) {
         // The catalogue has no words for it: the window ends the whole program here.

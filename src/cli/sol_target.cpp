@@ -13,11 +13,11 @@ namespace kavit {
 
 namespace fs = std::filesystem;
 
-SolTarget::SolTarget(std::string target, const std::vector<LevelSource>& levels)
-    : target_(std::move(target)), levels_(levels) {
+SolTarget::SolTarget(std::string target, const std::vector<LevelFile>& files)
+    : target_(std::move(target)), files_(files) {
     std::error_code unknown;
     folder_ = Wanted() &&
-              (levels.size() > 1 || target_.back() == '/' || fs::is_directory(target_, unknown));
+              (files.size() > 1 || target_.back() == '/' || fs::is_directory(target_, unknown));
 }
 
 std::string SolTarget::Wrong() const {
@@ -29,10 +29,10 @@ std::string SolTarget::Wrong() const {
 }
 
 bool SolTarget::IsLevel(const fs::path& path) const {
-    return std::any_of(levels_.begin(), levels_.end(), [&](const LevelSource& level) {
+    return std::any_of(files_.begin(), files_.end(), [&](const LevelFile& file) {
         std::error_code unknown;
-        return level.Origin == LevelSource::Kind::File &&
-               fs::equivalent(level.Name, path, unknown) && !unknown;
+        return file.Origin == LevelFile::Kind::File && fs::equivalent(file.Name, path, unknown) &&
+               !unknown;
     });
 }
 
@@ -41,7 +41,7 @@ std::string SolTarget::WriteTo(const fs::path& path, const LevelReport& report) 
     if (IsLevel(path)) return shown + ": this is a level file, it stays as it is";
     const auto [earlier, isNew] = written_.try_emplace(path, report.Name);
     if (!isNew) return shown + ": holds the solution of " + ShownText(earlier->second) + " already";
-    if (folder_) {
+    if (path.has_parent_path() && path != target_) {
         std::error_code failed;
         fs::create_directories(path.parent_path(), failed);
         if (failed) return ShownText(path.parent_path().string()) + ": " + failed.message();
@@ -52,7 +52,8 @@ std::string SolTarget::WriteTo(const fs::path& path, const LevelReport& report) 
 
 void SolTarget::Write(LevelReport& report) {
     fs::path path = target_;
-    if (folder_) path /= SolutionBaseName(report.Solve.Request) + ".sol";
+    if (folder_ || (report.FromCollection && !report.OnlyOne))
+        path /= SolutionBaseName(report.Solve.Request) + ".sol";
     report.SolError = WriteTo(path, report);
     if (report.SolError.empty()) report.SolFile = path.string();
 }

@@ -11,11 +11,12 @@
 namespace kavit {
 
 // Where the solution files of one command go: to the file named, or into the folder under the names
-// of the levels. Nothing that this command read or wrote before is ever replaced.
+// of the levels, where there are several files or a collection. Nothing that this command read or
+// wrote before is ever replaced.
 class SolTarget {
   public:
     // "" for the target: nothing is written.
-    SolTarget(std::string target, const std::vector<LevelSource>& levels);
+    SolTarget(std::string target, const std::vector<LevelFile>& files);
 
     [[nodiscard]] bool Wanted() const { return !target_.empty(); }
     // What is wrong with the target as such, "" when nothing is.
@@ -29,7 +30,7 @@ class SolTarget {
 
     std::string target_;
     bool folder_ = false;
-    const std::vector<LevelSource>& levels_;
+    const std::vector<LevelFile>& files_;
     std::map<std::filesystem::path, std::string> written_;  // and for which level
 };
 

@@ -35,6 +35,8 @@ std::string TextReport(const LevelReport& report) {
     const SolveReport& solve = report.Solve;
     std::string text = ShownText(report.Name) + "\n\n" + BoardText(solve.Request.Level, "\n") +
                        "\n" + ResultLine(solve) + "\n" + ProofLines(solve);
+    if (solve.Code == Result::OutOfMemory && !report.Reason.empty()) text += report.Reason + "\n";
+    if (report.Recorded) text += RecordedText(*report.Recorded, solve) + "\n";
     if (solve.HasSolution()) text += "\n" + solve.Kept[0]->SolString + "\n";
     if (solve.HasTwoSolutions()) text += solve.Kept[1]->SolString + "\n";
     if (!solve.Refused()) text += "\n" + ClosingBlock(solve.Counters, solve.Sizes.NumPos);
