@@ -7,15 +7,15 @@ _kavit_solve() {
             COMPREPLY=($(compgen -W 'both forward backward' -- "$cur"))
             return ;;
         --opt-level)
-            COMPREPLY=($(compgen -W '0 1 2 3' -- "$cur"))
+            COMPREPLY=($(compgen -W '0 1 2 3 4' -- "$cur"))
             return ;;
         --hash)
-            COMPREPLY=($(compgen -W '0 1 2' -- "$cur"))
+            COMPREPLY=($(compgen -W 'default case1 case2 mixed' -- "$cur"))
             return ;;
-        --sol | --dump-levels)
+        --sol | --output | --dump-levels)
             _filedir
             return ;;
-        --max-positions | --blocks | --max-time | --dump-position)
+        --max-positions | --memory | --blocks | --max-time | --threads | --level | --title | --dump-position)
             return ;;
     esac
     $split && return
@@ -24,5 +24,5 @@ _kavit_solve() {
         [[ ${COMPREPLY-} == *= ]] && compopt -o nospace
         return
     fi
-    _filedir xsb
+    _filedir '@(xsb|sok|txt)'
 } && complete -F _kavit_solve kavit-solve

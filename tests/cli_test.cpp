@@ -401,7 +401,8 @@ TEST_F(Cli, Collections) {
     }
     const ProgramRun list = Run({"--list", "album#1.txt"});
     EXPECT_EQ(list.Out, "album#1.txt#1 \"One\"\n" + name2 + "\nalbum#1.txt#3 \"Last one\"\n");
-    EXPECT_TRUE(Contains(list.Err, "album#1.txt: lines 14 to 16 left out: line 15, column 4")) << list.Err;
+    EXPECT_TRUE(Contains(list.Err, "album#1.txt: lines 14 to 16 left out: line 15, column 4"))
+        << list.Err;
 
     const std::vector<Json> objects =
         Objects(Run({"--json", "--sol", "s/", "album#1.txt"}, "").Out);
