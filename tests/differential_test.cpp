@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include "fuzz/fuzz_check.h"
+#include "solver/store/slot_table.h"
 #include "support/figures.h"
+#include "support/levels.h"
 #include "support/plain_oracle.h"
 #include "support/random_level.h"
 
@@ -22,7 +25,7 @@ Question RandomQuestion(std::uint64_t seed, int scale) {
     question.Blocks = random.Percent(90) ? 8 : random.Pick(1, 5);
     question.OptLevel = random.Pick(0, 3);
     question.SeaType = random.Pick(0, 2);
-    question.HashCase = random.Pick(0, 2);
+    question.HashCase = random.Pick(0, kMixed);
     if (random.Percent(10)) question.StopAfter = random.Pick(1, 60);
     if (random.Percent(2)) question.StopAfter = -1;
     return question;
@@ -90,6 +93,62 @@ TEST(Differential, SameQuestionTwiceGivesTheSame) {
         ASSERT_EQ(AskWithSizes(solver, a).Text(), firstA.Text()) << "seed " << seed;
         ASSERT_EQ(AskWithSizes(solver, b).Text(), firstB.Text()) << "seed " << seed;
     }
+}
+
+// The optimizer and its strings, too: all that the user gets is the same with either table.
+TEST(Differential, MixedGivesWhatDefaultGives) {
+    std::vector<FuzzSolve> solves;
+    for (const char* name : {"02-corner-shop", "04-warehouse", "05-crossing", "06-long-way"}) {
+        FuzzSolve solve;
+        solve.Ask.Level = BoardOfFile(KAVIT_EXAMPLES_FOLDER "/" + std::string(name) + ".xsb");
+        for (const int optLevel : {0, 1, 2, 3}) {
+            solve.Ask.OptLevel = optLevel;
+            for (const bool special : {false, true}) {
+                solve.Ask.OptSpecial = special;
+                solves.push_back(solve);
+            }
+        }
+    }
+    FuzzSolve tiny = solves[2];
+    for (tiny.Ask.NumPos = 1; tiny.Ask.NumPos <= 50; ++tiny.Ask.NumPos) solves.push_back(tiny);
+    Solver solver;
+    for (FuzzSolve& solve : solves) {
+        const std::string plain = WithoutTable(SolveText(solver, solve));
+        solve.Ask.HashCase = kMixed;
+        EXPECT_EQ(WithoutTable(SolveText(solver, solve)), plain) << solve.Ask.Text();
+    }
+}
+
+// Which table answers where none is asked for, and that one asked for is obeyed at any size.
+TEST(Differential, TableByTheSizeOfTheStore) {
+    const struct {
+        std::int64_t NumPos;
+        std::optional<HashCase> Asked;
+        HashCase InForce;
+        std::int64_t HashSize;
+        double Bytes;
+    } cases[] = {
+        {100, std::nullopt, HashCase::Default, 127, 18.12},
+        {100, HashCase::Mixed, HashCase::Mixed, 131, 20.04},
+        {8000000, std::nullopt, HashCase::Default, 9600037, 17.8},
+        {8000001, std::nullopt, HashCase::Mixed, 10000007, 19.67},
+        {8000001, HashCase::Case2, HashCase::Case2, 9600037, 17.8},
+    };
+    for (const auto& c : cases) {
+        Solver solver;
+        ASSERT_TRUE(solver.ApplySizes({c.NumPos, 4, 300}).Ok);
+        SearchLevel(solver, BoardOf(kEasy), {.HashCase = c.Asked});
+        EXPECT_EQ(solver.Counters().HashCase, c.InForce) << c.NumPos;
+        EXPECT_EQ(solver.Counters().HashSize, c.HashSize) << c.NumPos;
+        EXPECT_NEAR(solver.Counters().BytesPerPosition, c.Bytes, 0.01) << c.NumPos;
+    }
+}
+
+// The described tables end where their prime test does; Mixed goes on.
+TEST(Differential, DescribedTablesHaveAnEnd) {
+    PrimeTable primes;
+    EXPECT_EQ(SlotTable::SizeFor(SlotTable::kMostPositions, primes), 1073676287);
+    EXPECT_THROW((void)SlotTable::SizeFor(SlotTable::kMostPositions + 1, primes), SolverFault);
 }
 
 }  // namespace

@@ -123,5 +123,32 @@ TEST(ExpectedTable, EveryRowBelongsToATest) {
     EXPECT_EQ(rows, 7U * 88U);
 }
 
+// Levels that fill the default store, in a larger one, which is hashed Mixed.
+TEST(ExpectedTable, LargeLevels) {
+    std::ifstream lines(LevelsFolder() + "/large.tsv");
+    std::string line;
+    if (!std::getline(lines, line)) GTEST_SKIP() << "no large.tsv in " << LevelsFolder();
+    Solver solver;
+    int rows = 0;
+    while (std::getline(lines, line)) {
+        Question asked;
+        asked.NumPos = 7000000;
+        asked.HashCase = kMixed;
+        const std::string level = line.substr(0, line.find('\t'));
+        const std::string file = LevelsFolder() + "/large/" + level + ".xsb";
+        ASSERT_TRUE(ReadLevelFile(file, asked.Level, {}).Loaded()) << level;
+        const Figures f = AskWithSizes(solver, asked);
+        std::ostringstream text;
+        text << level << '\t' << f.BucketCnt << '\t' << f.HashCnt << '\t' << f.PosChanged << '\t'
+             << f.PosDiscarded << '\t' << f.nSol << '\t' << f.SeaSteps << '\t' << f.ForwDepth
+             << '\t' << f.BackDepth;
+        for (const std::size_t k : {0U, 1U})
+            text << '\t' << f.SolMoves[k] << '\t' << f.SolPushes[k];
+        EXPECT_EQ(text.str(), line);
+        ++rows;
+    }
+    EXPECT_EQ(rows, 2);
+}
+
 }  // namespace
 }  // namespace kavit::test

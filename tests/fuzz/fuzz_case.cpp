@@ -80,7 +80,7 @@ FuzzSolve RandomSolve(Random& random) {
     ask.OptLevel = random.Percent(40) ? 3 : random.Pick(0, 3);
     ask.OptSpecial = random.Percent(30);
     ask.SeaType = random.Percent(60) ? 0 : random.Pick(1, 2);
-    ask.HashCase = random.Percent(60) ? 0 : random.Pick(1, 2);
+    ask.HashCase = random.Percent(50) ? 0 : random.Pick(1, kMixed);
     if (random.Percent(10)) ask.StopAfter = random.Percent(15) ? -1 : random.Pick(1, 60);
     if (random.Percent(15)) solve.StopPassAfter = random.Percent(15) ? -1 : random.Pick(1, 60);
     return solve;

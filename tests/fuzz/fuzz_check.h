@@ -31,6 +31,11 @@ struct FuzzFailure {
     [[nodiscard]] bool Failed() const { return !What.empty(); }
 };
 
+// Solves, with nothing checked, and says all that it counted and found; and that without what
+// depends on the kind of hash table.
+std::string SolveText(Solver& solver, const FuzzSolve& solve);
+std::string WithoutTable(const std::string& text);
+
 // Solves the case and checks all that can be known about it: with the twin every count of every
 // search, with the oracle the result, the pushes and the fewest moves, by playing them the strings,
 // and at last the first solve again, which must count as it did.

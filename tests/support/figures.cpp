@@ -49,6 +49,11 @@ void AddKept(Figures& f, std::size_t k, const Kept& kept) {
     f.SolFoundAt[k] = kept.SolFoundAt;
 }
 
+// What belongs to a table and not to the search: the twin has no Mixed one.
+void ForgetTable(Figures& f, const Question& question) {
+    if (question.HashCase == kMixed) f.RHashCnt = f.HashSize = 0;
+}
+
 }  // namespace
 
 std::string Question::Text() const {
@@ -84,6 +89,7 @@ Figures Ask(Solver& solver, const Question& question) {
     Result result = solver.AnalyseBoard(question.Level, options);
     if (result == Result::Ok) result = solver.Search(hooks);
     Figures f = FiguresOf(static_cast<int>(result), solver.Counters());
+    ForgetTable(f, question);
     // The twin says 32767 where nothing is kept.
     const KeptSolution none{.SolMoves = 32767, .SolPushes = 32767};
     for (const std::size_t k : {0U, 1U})
@@ -105,8 +111,9 @@ Figures Ask(PlainTwin& twin, const Question& question) {
     };
     twin.OptLevel = question.OptLevel;
     twin.SeaType = question.SeaType;
-    twin.HashCase = question.HashCase;
+    twin.HashCase = question.HashCase == kMixed ? 0 : question.HashCase;
     Figures f = FiguresOf(twin.Solve(question.Level), twin);
+    ForgetTable(f, question);
     twin.OnYield = nullptr;
     twin.OnProgress = nullptr;
     for (const std::size_t k : {0U, 1U}) AddKept(f, k, twin.Kept[k]);

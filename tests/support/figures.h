@@ -11,6 +11,8 @@
 
 namespace kavit::test {
 
+inline constexpr int kMixed = 3;  // the HashCase that the twin does not have
+
 // One search to run, by the solver or by its twin.
 struct Question {
     Board Level;
@@ -25,7 +27,8 @@ struct Question {
     [[nodiscard]] std::string Text() const;
 };
 
-// All that a search counts and keeps. Hash counters begin at 0.
+// All that a search counts and keeps. Under Mixed, RHashCnt and HashSize stay 0: they are the
+// table's own.
 struct Figures {
     int Result = 0;
     std::int64_t nSol = 0;

@@ -2,6 +2,7 @@
 
 #include <sys/mman.h>
 
+#include <cassert>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -35,6 +36,7 @@ class Machine final : public MemorySource {
         const std::size_t head = misplaced == 0 ? 0 : kHugePage - misplaced;
         if (head > 0) munmap(begin, head);
         munmap(begin + head + length, kHugePage - head);
+        assert(reinterpret_cast<std::uintptr_t>(begin + head) % kHugePage == 0);
         madvise(begin + head, length, MADV_HUGEPAGE);  // a wish; failure changes nothing
         return begin + head;
     }
@@ -70,6 +72,7 @@ bool MemoryBlock::Take(MemorySource& source, std::size_t bytes) {
     Release();
     void* memory = source.Take(bytes);
     if (memory == nullptr) return false;
+    assert(reinterpret_cast<std::uintptr_t>(memory) % kLine == 0);
     source_ = &source;
     memory_ = memory;
     bytes_ = bytes;

@@ -1,5 +1,7 @@
 #include "solver/store/offers.h"
 
+#include <cassert>
+
 namespace kavit {
 
 namespace {
@@ -20,6 +22,8 @@ void OfferBatch::Reserve(int boxes) {
 
 void OfferBatch::StartSearch(const PositionStore& store) {
     keyStride_ = KeyStride(store.KeyLength() - 1);
+    assert(keyStride_ >= static_cast<std::size_t>(store.KeyLength()) + 8);
+    assert(keyStride_ * offers_.size() <= keys_.size());
     Empty();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstdint>
 #include <vector>
 
@@ -33,15 +34,20 @@ class OfferBatch {
         return count_ >= kFull || parents_.size() >= static_cast<std::size_t>(kFull);
     }
     [[nodiscard]] const std::vector<ParentRun>& Parents() const { return parents_; }
-    [[nodiscard]] Offer& At(int i) { return offers_[static_cast<std::size_t>(i)]; }
+    [[nodiscard]] Offer& At(int i) {
+        assert(i >= 0 && static_cast<std::size_t>(i) < offers_.size());
+        return offers_[static_cast<std::size_t>(i)];
+    }
     // KeyLength bytes, with 8 readable bytes behind them.
     [[nodiscard]] std::uint8_t* KeyOf(int i) {
+        assert(i >= 0 && (static_cast<std::size_t>(i) + 1) * keyStride_ <= keys_.size());
         return keys_.data() + static_cast<std::size_t>(i) * keyStride_;
     }
 
     void AddParent(std::int32_t pos) { parents_.push_back({pos, count_, count_}); }
     // A new offer of the last parent; the caller fills its key, Mix, Moves and Man.
     int Add() {
+        assert(!parents_.empty());
         parents_.back().End = count_ + 1;
         return count_++;
     }

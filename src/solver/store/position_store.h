@@ -1,6 +1,7 @@
 #pragma once
 
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -81,6 +82,7 @@ class PositionStore {
     }
     // Positions are appended in order; 8 bytes behind the key must be readable.
     void Append(std::int32_t pos, const PosRecord& record, const std::uint8_t* key) {
+        assert(pos > 0 && record.Tag % 10 > 0 && record.Tag % 10 <= kBackTag);
         std::byte* row = Row(pos);
         // One store for the record: put together in memory, it would be read back before its bytes
         // have arrived.
@@ -96,6 +98,7 @@ class PositionStore {
     // The position's key equals `key`, behind which 8 bytes must be readable. Compared in whole
     // words, the last one cut to the key's end.
     [[nodiscard]] bool HasKey(std::int32_t pos, const std::uint8_t* key) const {
+        assert(pos > 0);
         const std::uint8_t* own = KeyAt(pos);
         std::uint64_t differ = 0;
         int at = 0;
@@ -123,6 +126,7 @@ class PositionStore {
   private:
     [[nodiscard]] bool Allocate(std::int64_t numPos, std::int64_t blocks);
     [[nodiscard]] std::byte* Row(std::int32_t pos) const {
+        assert(pos >= 0 && pos <= numPos_ && rowLength_ > 0);
         return rows_.Data() + static_cast<std::size_t>(pos) * rowLength_;
     }
     static std::uint64_t WordAt(const std::uint8_t* bytes) {

@@ -34,6 +34,7 @@ void SlotTable::StartSearch(std::uint32_t* slots, std::int32_t numPos, int keyLe
         // A step of whole turns would stay on one slot for ever; only tiny tables meet this.
         if (step % hashSize_ == 0) step = -1;
         steps_[static_cast<std::size_t>(byte)] = step;
+        assert(step < 0 && (step % hashSize_ != 0 || hashSize_ == 1));
     }
 }
 

@@ -67,6 +67,7 @@ class SlotTable {
     // at the end of the path. The offer stays there: what is stored meanwhile is seen when it is
     // asked again.
     [[nodiscard]] std::int32_t Candidate(Offer& offer) const {
+        assert(offer.Slot >= 0 && offer.Slot <= hashSize_ && offer.Step < 0);
         const std::uint32_t print = Fingerprint(offer.Mix);
         for (;;) {
             const std::uint32_t slot = slots_[offer.Slot];
