@@ -28,6 +28,9 @@ const std::map<std::string, std::string> kLevels = {
     {"odd", "#####\n#x$.#\n#####\n"},
     {"lev2", test::kEasy},
     {"lev10", test::kEasy},
+    {"nine",
+     "###########\n#@        #\n# $ $ $ $ #\n#         #\n# $ $ $ $ #\n#    $    "
+     "#\n#.........#\n###########\n"},
     {"room", "#######\n#@ $ .#\n#     #\n#######\n"},
 };
 
@@ -130,12 +133,11 @@ class Flow {
         ASSERT_NE(command, commands.end()) << word;
         Run(command->second);
     }
-    static void Field(Model& m, std::string PanelFields::*field, const std::string& text) {
-        PanelFields fields = Shown(m);
+    void Field(Model& m, std::string PanelFields::*field, const std::string& text) const {
+        PanelFields fields = Now().Panel;
         fields.*field = text;
         m.Settings.Edited(fields);
     }
-    static PanelFields Shown(Model& m);
     std::string File(const std::string& name) {
         const auto level = kLevels.find(name);
         if (level == kLevels.end()) return Files.Path(name);
@@ -157,30 +159,27 @@ class Flow {
     std::unique_ptr<Model> Window;
 };
 
-Flow* playing = nullptr;
-PanelFields Flow::Shown(Model& /*m*/) {
-    return playing->Now().Panel;
-}
-
 struct Row {
     const char* Script;
     const char* Buttons;
     const char* Lines = nullptr;  // nullptr: any
-    const char* Boxes = "";
+    const char* Boxes = "";       // nullptr: some
     const char* Title = nullptr;
 };
 
 class FlowTest : public testing::Test {
   protected:
-    FlowTest() { playing = &flow; }
-    ~FlowTest() override { playing = nullptr; }
     static void Check(const Row& row) {
         Flow own;
-        playing = &own;
         SCOPED_TRACE(row.Script);
         own.Play(row.Script);
         EXPECT_EQ(own.View.Buttons(), row.Buttons);
-        EXPECT_EQ(own.View.TakeBoxes(), row.Boxes);
+        const std::string boxes = own.View.TakeBoxes();
+        if (row.Boxes != nullptr) {
+            EXPECT_EQ(boxes, row.Boxes);
+        } else {
+            EXPECT_NE(boxes, "");
+        }
         if (row.Lines != nullptr) {
             EXPECT_EQ(own.View.Lines(), row.Lines);
         }
@@ -224,15 +223,15 @@ TEST_F(FlowTest, Captions) {
         {"open:easy open:wide solve", kReady, "Width puzzle exceed the maximum (19)|"},
         {"open:easy open:gone.xsb", kReady, "can't open file, try again|"},
         // Out of memory, and the ways on.
-        {"memory:50 apply open:long solve", kOut, nullptr, "", "kavit long"},
-        {"memory:50 apply open:long solve openfile", kOut},
-        {"memory:50 apply open:long solve solve", kReady, kReadyLine},
-        {"memory:50 apply open:long solve escape", kReady, kReadyLine},
-        {"memory:50 apply open:long solve memory:60 apply", kReady, kReadyLine},
-        {"memory:50 apply open:long solve restart", kReady, kReadyLine},
-        {"memory:50 apply open:long solve import solve", kOut},
-        {"memory:50 apply open:long solve open:easy solve", kText},
-        {"memory:50 apply open:long solve configure solve", kReady, kReadyLine},
+        {"memory:50 apply open:long solve", kOut, nullptr, nullptr, "kavit long"},
+        {"memory:50 apply open:long solve openfile", kOut, nullptr, nullptr},
+        {"memory:50 apply open:long solve solve", kReady, kReadyLine, nullptr},
+        {"memory:50 apply open:long solve escape", kReady, kReadyLine, nullptr},
+        {"memory:50 apply open:long solve memory:60 apply", kReady, kReadyLine, nullptr},
+        {"memory:50 apply open:long solve restart", kReady, kReadyLine, nullptr},
+        {"memory:50 apply open:long solve import solve", kOut, nullptr, nullptr},
+        {"memory:50 apply open:long solve open:easy solve", kText, nullptr, nullptr},
+        {"memory:50 apply open:long solve configure solve", kReady, kReadyLine, nullptr},
         // Import.
         {"import", "RETURN -ANIM -CLEAR",
          "You can paste a board (xsb format) from the clipboard (CTRL-V)|"},
@@ -287,19 +286,31 @@ TEST_F(FlowTest, Captions) {
         {"open:easy solve next", kText, kSolvedLine, "No more levels"},
         {"open:easy solve open:noextension", kText, kSolvedLine, nullptr},
     };
-    for (Row row : rows) {
-        const bool anyBox = row.Boxes == nullptr;
-        if (!anyBox) {
-            Check(row);
-            continue;
-        }
-        Flow own;
-        playing = &own;
-        own.Play(row.Script);
-        EXPECT_EQ(own.View.Buttons(), row.Buttons) << row.Script;
-        EXPECT_EQ(own.View.Lines(), row.Lines) << row.Script;
-        EXPECT_NE(own.View.TakeBoxes(), "") << row.Script;
-    }
+    for (const Row& row : rows) Check(row);
+}
+
+// A size that a level needs is offered, and the solve goes on with it.
+TEST_F(FlowTest, OffersLargerSizes) {
+    constexpr const char* kBlocks =
+        "This level has 9 boxes, Blocks allows 8. Raise Blocks and solve it?";
+    Check({"open:nine no solve", "SOLVE -ANIM CLEAR", "This program is limited to  8 boxes|",
+           kBlocks});
+    flow.Play("open:nine yes during:escape solve");
+    EXPECT_EQ(flow.View.TakeBoxes(), kBlocks);
+    EXPECT_EQ(flow.Now().Size, "200000/9");
+    EXPECT_EQ(flow.View.Request.MaxTime, 300);
+    EXPECT_TRUE(flow.Now().Left.starts_with("Interrupted")) << flow.Now().Left;
+
+    flow.Play("memory:50 blocks:8 apply open:long solve");
+    EXPECT_EQ(flow.View.Buttons(), "STOP -ANIM -CLEAR");
+    const std::string box = flow.View.TakeBoxes();
+    EXPECT_TRUE(box.starts_with("All 50 positions are used up. This machine can hold ")) << box;
+    EXPECT_TRUE(box.ends_with(". Try again with that?")) << box;
+    // A large store is hashed another way, unless one was chosen.
+    flow.Play("memory:9000000 apply");
+    EXPECT_EQ(flow.Now().HashCase, 3);
+    flow.Play("hash:1");
+    EXPECT_EQ(flow.Now().HashCase, 1);
 }
 
 // What each command answers while the solver, the replay or the editor is at work; nullptr where it
@@ -369,7 +380,6 @@ TEST_F(FlowTest, AsksBeforeALevelIsLost) {
     };
     for (const auto& row : rows) {
         Flow own;
-        playing = &own;
         SCOPED_TRACE(row.Script);
         own.Play(std::string(kDraw) + row.Script);
         EXPECT_EQ(own.Now().Title, row.Title);
@@ -401,7 +411,6 @@ TEST_F(FlowTest, InvalidCharacter) {
     };
     for (const auto& row : rows) {
         Flow own;
-        playing = &own;
         own.Play(row.Script);
         EXPECT_EQ(own.View.Quits, row.Quits) << row.Script;
         EXPECT_EQ(own.View.TakeBoxes(), row.Boxes) << row.Script;
@@ -437,7 +446,6 @@ TEST_F(FlowTest, SolutionFiles) {
     };
     for (const auto& row : rows) {
         Flow own;
-        playing = &own;
         SCOPED_TRACE(row.Script);
         own.View.AskedName = "?";
         own.View.SaveFile = own.Files.Path("asked.sol");
@@ -536,10 +544,20 @@ TEST_F(FlowTest, WhatASearchShows) {
     flow.Run([](Model& m) {
         SolveProgress progress;
         progress.Positions = 5000;
+        progress.BytesPerPosition = 1024;
+        progress.ForwLayers = 12;
+        progress.BackLayers = 9;
+        progress.LayerSize = 321;
+        progress.OffersPerSecond = 2100499;
+        progress.PushesLower = 22;
+        progress.PushesReach = 30;
         m.Solve.SearchCame(progress);
     });
     EXPECT_EQ(flow.Now().Debug, "Pos.Count = 5000");
     EXPECT_EQ(flow.Now().Progress, 5000);
+    EXPECT_EQ(flow.Now().Details,
+              "layers 12 + 9, this one 321; 2100000 offers/s; 5 MB; at least 22 pushes; memory "
+              "reaches to about 30");
 }
 
 // A board can never hold two men, whatever was clicked; the way he looks is only his picture.
@@ -599,7 +617,9 @@ TEST_F(FlowTest, ExpertMenus) {
         {"opt:3", 0, 3, 0, "P", true},
         {"special", 0, 3, 0, "P", false},
         {"special opt:1 hash:2", 0, 1, 2, "S", false},
-        {"opt:0 search:1", 1, 0, 2, "N", false},
+        {"opt:4 special", 0, 4, 2, "F", true},
+        {"hash:3", 0, 4, 3, "F", true},
+        {"opt:0 search:1 hash:2", 1, 0, 2, "N", false},
     };
     for (const auto& row : rows) {
         flow.Play(row.Script);
@@ -634,7 +654,6 @@ TEST_F(FlowTest, FolderAndExamples) {
         {"example:10", "-SOLVE -ANIM -CLEAR"},
     };
     for (const Row& row : rows) Check(row);
-    playing = &flow;
     for (const char* name : {"01-first-steps.xsb", "lev09.xsb", "lev10.xsb"}) {
         flow.Files.Write(name, test::kEasy);
     }
@@ -727,6 +746,10 @@ TEST_F(FlowTest, SettingsPanel) {
         EXPECT_EQ(flow.Now().PanelVisible, *row.Box != '\0') << row.Box;
         EXPECT_EQ(flow.Now().Size, *row.Box != '\0' ? "200000/8" : "100000/12") << row.Box;
     }
+    EXPECT_TRUE(flow.Now().PanelMemory.starts_with("Memory: 3 MB of ")) << flow.Now().PanelMemory;
+    flow.Play("memory:many");
+    EXPECT_EQ(flow.Now().PanelMemory, "");
+    flow.Play("memory:100000");
     EXPECT_EQ(flow.Now().Timer, "0/600");
     EXPECT_EQ(flow.Now().ProgressMost, 100000);
     flow.Play("configure blocks:20 cancel");
@@ -819,7 +842,6 @@ TEST_F(FlowTest, ReplayPaintsTheBoard) {
     EXPECT_FALSE(flow.Now().Playing);
     for (const char* command : {"hash:1", "restart", "edit", "import escape"}) {
         Flow own;
-        playing = &own;
         own.Play("open:easy solve anim tick tick tick");
         own.Play(command);
         EXPECT_EQ(own.Now().Cells[20], Picture::ManDown) << command;

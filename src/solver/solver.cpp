@@ -10,13 +10,13 @@
 #include "solver/moves/prove_moves.h"
 #include "solver/search/recount.h"
 #include "solver/search/search.h"
+#include "solver/store/store_size.h"
 
 namespace kavit {
 
 namespace {
 
 constexpr int kMostBoxes = kCells;
-constexpr std::int64_t kMostByDefault = 8000000;  // positions; larger stores are hashed Mixed
 
 class Stopwatch {
   public:
@@ -96,8 +96,7 @@ std::uint64_t Solver::MostBytes() const {
 
 Result Solver::AnalyseBoard(const Board& board, const SolverOptions& options) {
     if (state_->Sizes.NumPos == 0) throw SolverFault("The solver has no memory for positions yet");
-    const HashCase hashCase = options.HashCase.value_or(
-        state_->Sizes.NumPos > kMostByDefault ? HashCase::Mixed : HashCase::Default);
+    const HashCase hashCase = options.HashCase.value_or(HashFor(state_->Sizes.NumPos));
     if (options.OptLevel > OptLevel::FewestOfAll) throw SolverFault("Invalid optimizer level");
     if (hashCase > HashCase::Mixed) throw SolverFault("Invalid hash case");
     if (options.SeaType > SeaType::Backward) throw SolverFault("Invalid Search Type");

@@ -35,9 +35,10 @@ constexpr const char* kMenus =
     "mnuEx1=First steps, mnuEx2=Corner shop, mnuEx3=Two rooms, mnuEx5=Warehouse, "
     "mnuEx6=Crossing, mnuEx7=Long way, mnuEx8=Masterpiece, mnuEx10=Other, mnuEx11=Next\n"
     "mnuOpt0=hidden None (0), mnuOpt1=Something (1), mnuOpt2=Something more (2), "
-    "mnuOpt3=hidden Something plus (3), mnuOptSpec=hidden Special\n"
+    "mnuOpt3=hidden Something plus (3), mnuOptProved=Fewest moves, proved, "
+    "mnuOpt4=Fewest moves of all (4), mnuOptSpec=hidden Special\n"
     "mnuConfigure=Configure\n"
-    "mnuHash0=Default, mnuHash1=Case 1, mnuHash2=Case 2\n"
+    "mnuHash0=Default, mnuHash1=Case 1, mnuHash2=Case 2, mnuHash3=Mixed\n"
     "mnuHlp0=Español, mnuHlp1=Français, mnuHlp2=English, mnuHlpInfo=Show Info, "
     "mnuHlpAbout=About";
 

@@ -15,9 +15,11 @@ class FakeView final : public kavit::View, private kavit::SolveObserver {
     void Show(const kavit::Screen& screen) override { Now = screen; }
     void Focus(kavit::Place place) override { Focused = place; }
     void Say(const std::string& text) override { Boxes.push_back(text); }
-    [[nodiscard]] kavit::Choice Ask(const std::string& text, kavit::Choices /*choices*/) override {
+    [[nodiscard]] kavit::Choice Ask(const std::string& text, kavit::Choices choices) override {
         Boxes.push_back(text);
-        if (Answers.empty()) return kavit::Choice::Yes;
+        if (Answers.empty()) {
+            return choices == kavit::Choices::YesNo ? kavit::Choice::No : kavit::Choice::Yes;
+        }
         const kavit::Choice answer = Answers.front();
         Answers.pop_front();
         return answer;

@@ -1,10 +1,12 @@
 #include "app/model/choices_control.h"
 
+#include "solver/store/store_size.h"
+
 namespace kavit {
 namespace {
 
 constexpr int kEggCode = 231;
-constexpr const char* kOptLetters[] = {"N", "S", "M", "P"};
+constexpr const char* kOptLetters[] = {"N", "S", "M", "P", "F"};
 
 }  // namespace
 
@@ -12,7 +14,8 @@ void ChoicesControl::Show() {
     const int level = settings_.Values().OptLevel;
     desk_.Screen.SeaType = seaType_;
     desk_.Screen.OptLevel = level;
-    desk_.Screen.HashCase = hashCase_;
+    desk_.Screen.HashCase =
+        hashCase_.value_or(static_cast<int>(HashFor(settings_.Values().Fields.NumPos)));
     desk_.Screen.OptSpecial = optSpecial_;
     desk_.Screen.Optimizer = kOptLetters[level];
     desk_.Screen.OptimizerUnderlined = optSpecial_;
@@ -32,7 +35,6 @@ void ChoicesControl::OptChosen(int level) {
     }
     settings_.SetOptLevel(level);
     if (level < 2) optSpecial_ = false;
-    Show();
     levels_.Restart();
 }
 
@@ -61,10 +63,11 @@ void ChoicesControl::LetterDoubleClicked() {
 }
 
 SolverOptions ChoicesControl::Options() const {
-    return {.OptLevel = static_cast<OptLevel>(settings_.Values().OptLevel),
-            .SeaType = static_cast<SeaType>(seaType_),
-            .HashCase = static_cast<HashCase>(hashCase_),
-            .OptSpecial = optSpecial_};
+    SolverOptions options{.OptLevel = static_cast<OptLevel>(settings_.Values().OptLevel),
+                          .SeaType = static_cast<SeaType>(seaType_),
+                          .OptSpecial = optSpecial_};
+    if (hashCase_) options.HashCase = static_cast<HashCase>(*hashCase_);
+    return options;
 }
 
 }  // namespace kavit

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "app/model/desk.h"
 #include "app/model/level_control.h"
 #include "app/model/settings_control.h"
@@ -33,7 +35,7 @@ class ChoicesControl {
     LevelControl& levels_;
     SolutionControl& solution_;
     int seaType_ = 0;
-    int hashCase_ = 0;
+    std::optional<int> hashCase_;  // none: what suits the size of the store
     bool optSpecial_ = false;
     bool hideExpert_ = true;
     int eggCode_ = 0;

@@ -46,6 +46,7 @@ void Desk::ClearLabels() {
     Screen.Debug.clear();
     Screen.Timer.clear();
     Screen.Side.clear();
+    Screen.Details.clear();
 }
 
 }  // namespace kavit

@@ -29,6 +29,7 @@ class Model {
     template <typename Command>
     void Run(Command command) {
         command(*this);
+        Choices.Show();
         desk_.Show();
     }
 

@@ -62,6 +62,7 @@ struct Screen {
     std::string Timer;
     std::string Side;
     std::string Debug;
+    std::string Details;  // of a search that runs
     std::string Size;
     std::string Optimizer;
     bool OptimizerUnderlined = false;
@@ -82,6 +83,7 @@ struct Screen {
 
     bool PanelVisible = false;
     PanelFields Panel;
+    std::string PanelMemory;  // what the sizes in the fields would take
     bool WriteSol = false;
     bool NoWriteSol = false;
 

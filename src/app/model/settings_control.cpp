@@ -1,12 +1,14 @@
 #include "app/model/settings_control.h"
 
 #include "output/number_text.h"
+#include "solver/store/store_size.h"
 
 namespace kavit {
 namespace {
 
 constexpr const char* kSettingsName = "Kavit.ini";
 constexpr std::int64_t kMostSeconds = 86400;
+constexpr std::int64_t kMostBlocks = 32767;
 
 // What stands in a field, fit for a message: anything can be pasted there.
 std::string Quoted(const std::string& text) {
@@ -46,7 +48,28 @@ void SettingsControl::Save() {
 }
 
 void SettingsControl::ShowSizes() {
-    desk_.Screen.Panel = FieldsOf(settings_.Fields);
+    Edited(FieldsOf(settings_.Fields));
+}
+
+void SettingsControl::Edited(const PanelFields& fields) {
+    desk_.Screen.Panel = fields;
+    ShowMemory();
+}
+
+// What a choice takes is said before it is made.
+void SettingsControl::ShowMemory() {
+    const auto positions = ParseNumber(desk_.Screen.Panel.Memory);
+    const auto blocks = ParseNumber(desk_.Screen.Panel.Blocks);
+    const bool sizes = positions && blocks && *positions > 0 && *positions <= kMostPositions &&
+                       *blocks > 0 && *blocks <= kMostBlocks;
+    desk_.Screen.PanelMemory = sizes ? "Memory: " + MemoryText(BytesFor(*positions, *blocks)) +
+                                           " of " + MemoryText(solver_.MostBytes())
+                                     : "";
+}
+
+// With a tenth to spare: what the machine can give changes while the user reads.
+std::int64_t SettingsControl::MostPositions() const {
+    return PositionsFor(solver_.MostBytes() / 10 * 9, settings_.Fields.Blocks);
 }
 
 void SettingsControl::ShowSwitches() {

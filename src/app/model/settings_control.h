@@ -22,7 +22,7 @@ class SettingsControl {
 
     // The panel.
     void Configure();
-    void Edited(const PanelFields& fields) { desk_.Screen.Panel = fields; }
+    void Edited(const PanelFields& fields);
     void SizeChosen() { desk_.Window().Focus(Place::Apply); }
     void Apply();
     void Cancel();
@@ -30,6 +30,10 @@ class SettingsControl {
     void HidePanel();
     // Commands that need the whole window take over what stands in the open panel.
     void ApplyPending();
+    // Other sizes for the next solve, as by APPLY; false when they were refused.
+    [[nodiscard]] bool Apply(const Sizes& sizes);
+    // The most positions that the machine can hold, with the blocks in force.
+    [[nodiscard]] std::int64_t MostPositions() const;
 
     void SetWriteSol(bool on);
     void SetNoWriteSol(bool on);
@@ -42,7 +46,7 @@ class SettingsControl {
     void ShowSwitches();
     [[nodiscard]] std::optional<Sizes> PanelSizes();
     [[nodiscard]] bool ApplyFields();
-    [[nodiscard]] bool Apply(const Sizes& sizes);
+    void ShowMemory();
 
     Desk& desk_;
     Solver& solver_;

@@ -86,8 +86,8 @@ SettingsReply ParseSettings(std::string_view text) {
     std::array<std::int64_t, 6> numbers{};
     for (std::size_t i = 0; i < numbers.size(); ++i) {
         const std::optional<std::int64_t> number = ParseNumber(pieces[i]);
-        const std::int64_t most = i < 3 ? INT64_MAX : i == 3 ? 3 : 1;
-        const char* expected = i < 3 ? "a whole number" : i == 3 ? "0, 1, 2 or 3" : "0 or 1";
+        const std::int64_t most = i < 3 ? INT64_MAX : i == 3 ? 4 : 1;
+        const char* expected = i < 3 ? "a whole number" : i == 3 ? "0, 1, 2, 3 or 4" : "0 or 1";
         if (!number || (i >= 3 && (*number < 0 || *number > most))) {
             reply.Fault = Fault(i, pieces[i], expected);
             return reply;

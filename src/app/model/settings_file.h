@@ -13,7 +13,7 @@ namespace kavit {
 
 struct Settings {
     Sizes Fields;      // NumPos, Blocks, MaxTime
-    int OptLevel = 1;  // 0..3
+    int OptLevel = 1;  // 0..4
     bool WriteSol = false;
     bool NoWriteSol = false;
 

@@ -1,11 +1,29 @@
 #include "app/model/solve_control.h"
 
+#include <algorithm>
 #include <cmath>
 
+#include "level/steps.h"
 #include "level/transform.h"
 #include "output/number_text.h"
+#include "solver/store/store_size.h"
 
 namespace kavit {
+namespace {
+
+// Layers of both sides, the size of the present one, pace, memory, and what is proved.
+std::string DetailsOf(const SolveProgress& p) {
+    const auto bytes =
+        static_cast<std::uint64_t>(p.BytesPerPosition * static_cast<double>(p.Positions));
+    std::string text = "layers " + B(p.ForwLayers) + " + " + B(p.BackLayers) + ", this one " +
+                       B(p.LayerSize) + "; " + B(std::llrint(p.OffersPerSecond / 1000) * 1000) +
+                       " offers/s; " + MemoryText(bytes);
+    if (p.PushesLower > 0) text += "; at least " + B(p.PushesLower) + " pushes";
+    if (p.PushesReach) text += "; memory reaches to about " + B(*p.PushesReach);
+    return text;
+}
+
+}  // namespace
 
 void SolveControl::Start() {
     OpenLevel& level = levels_.Level();
@@ -64,6 +82,7 @@ void SolveControl::SearchSaid(const MessageLines& lines) {
 void SolveControl::SearchCame(const SolveProgress& progress) {
     desk_.Screen.Progress = progress.Positions;
     desk_.Screen.Debug = "Pos.Count = " + B(progress.Positions);
+    desk_.Screen.Details = DetailsOf(progress);
 }
 
 void SolveControl::SideChanged(char side) {
@@ -91,11 +110,46 @@ void SolveControl::SearchEnded(SolveReport report) {
     }
     if (report.Refused()) {
         desk_.Fire(Event::CheckFailed);
-        return desk_.ClearLabels();
+        desk_.ClearLabels();
+        if (report.Code == Result::TooManyBoxes) OfferBlocks(report.Request.Level);
+        return;
     }
     desk_.Screen.Progress = report.Counters.BucketCnt;
     desk_.Screen.Debug = "Pos.Count = " + B(report.Counters.BucketCnt);
-    desk_.Fire(report.Code == Result::OutOfMemory ? Event::MemoryRanOut : Event::EndedWithout);
+    const bool full = report.Code == Result::OutOfMemory;
+    desk_.Fire(full ? Event::MemoryRanOut : Event::EndedWithout);
+    if (full) OfferMemory();
+}
+
+// The box limit is a size like the others: who has a level with more may go on at once.
+void SolveControl::OfferBlocks(const Board& level) {
+    const auto boxes = std::count_if(level.Cell.begin(), level.Cell.end(), HoldsBox);
+    Sizes sizes = settings_.Values().Fields;
+    if (desk_.Window().Ask("This level has " + B(boxes) + " boxes, Blocks allows " +
+                               B(sizes.Blocks) + ". Raise Blocks and solve it?",
+                           Choices::YesNo) != Choice::Yes) {
+        return;
+    }
+    sizes.Blocks = boxes;
+    if (settings_.Apply(sizes)) Start();
+}
+
+void SolveControl::OfferMemory() {
+    Sizes sizes = settings_.Values().Fields;
+    const std::int64_t most = settings_.MostPositions();
+    const std::string had = "All " + B(sizes.NumPos) + " positions are used up. ";
+    if (most < sizes.NumPos + sizes.NumPos / 4) {
+        return desk_.Say(had + "This machine can hold " + B(most) + ".");
+    }
+    if (desk_.Window().Ask(had + "This machine can hold " + B(most) + ", which take " +
+                               MemoryText(BytesFor(most, sizes.Blocks)) + ". Try again with that?",
+                           Choices::YesNo) != Choice::Yes) {
+        return;
+    }
+    sizes.NumPos = most;
+    if (!settings_.Apply(sizes)) return;
+    desk_.Fire(Event::MemoryLeft);
+    Start();
 }
 
 }  // namespace kavit

@@ -44,6 +44,8 @@ class SolveControl {
 
   private:
     void ShowElapsed();
+    void OfferBlocks(const Board& level);
+    void OfferMemory();
 
     Desk& desk_;
     SettingsControl& settings_;

@@ -28,7 +28,8 @@ CommandColumn::CommandColumn(QWidget* parent)
     letter_->setTextFormat(Qt::PlainText);
     letter_->setAccessibleName(tr("Optimizer level"));
     letter_->setToolTip(
-        tr("Optimizer level: None, Something, More or Plus; underlined with Special"));
+        tr("Optimizer level: None, Something, More, Plus or Fewest moves of all; underlined with "
+           "Special"));
     QFont big = letter_->font();
     big.setBold(true);
     big.setPointSizeF(big.pointSizeF() * 1.5);

@@ -35,6 +35,7 @@ void Menus::Show(const Screen& screen) {
     check(searches_, screen.SeaType);
     check(optimizers_, screen.OptLevel);
     check(hashes_, screen.HashCase);
+    proved_->setChecked(screen.OptLevel == 3);
     special_->setChecked(screen.OptSpecial);
     for (QAction* action : hidden_) action->setVisible(screen.ExpertMenus);
 }
@@ -148,9 +149,15 @@ void Menus::MakeOptimizer() {
     add(tr("&None (0)"), tr("Moves do not count"));
     add(tr("&Something (1)"), tr("Best moves met by the search"));
     add(tr("Something &more (2)"), tr("Improve the moves after the search"));
-    add(tr("Something &plus (3)"),
+    const QString proved =
         tr("Improve the moves after the search, and prove that no solution of as few pushes has "
-           "fewer"));
+           "fewer");
+    add(tr("Something &plus (3)"), proved);
+    // The same for everybody: the entry above belongs to the expert menus.
+    proved_ = AddChoice(optimizer, "mnuOptProved"_L1, tr("Fewest moves, pro&ved"), proved,
+                        [](Model& m) { m.Choices.OptChosen(3); });
+    add(tr("&Fewest moves of all (4)"),
+        tr("Find the fewest moves of any solution, with more pushes where that saves moves"));
     special_ = AddChoice(optimizer, "mnuOptSpec"_L1, tr("Spe&cial"),
                          tr("Keep more ways to the same place"),
                          [](Model& m) { m.Choices.SpecialChosen(); });
@@ -168,6 +175,7 @@ void Menus::MakeHash() {
     add(tr("&Default"), tr("The usual hash function"));
     add(tr("Case &1"), tr("Another hash function"));
     add(tr("Case &2"), tr("Another step between the slots"));
+    add(tr("&Mixed"), tr("The table for large stores; the usual one from 8,000,000 positions on"));
 }
 
 void Menus::MakeHelp() {

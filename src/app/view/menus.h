@@ -46,6 +46,7 @@ class Menus : public QObject {
     std::vector<QAction*> searches_;    // by SeaType
     std::vector<QAction*> optimizers_;  // by OptLevel
     std::vector<QAction*> hashes_;      // by HashCase
+    QAction* proved_ = nullptr;
     QAction* special_ = nullptr;
     std::vector<QAction*> hidden_;  // until the expert menus are found
 };

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QFormLayout>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPushButton>
 
 #include "app/view/plain_text.h"
@@ -53,6 +54,11 @@ SettingsPanel::SettingsPanel(QWidget* parent) : QFrame(parent) {
     cancel_ = new QPushButton(tr("CANCEL"), this);
     cancel_->setObjectName(QStringLiteral("frmbtnCancel"));
 
+    size_ = new QLabel(this);
+    size_->setObjectName(QStringLiteral("lblMemory"));
+    size_->setTextFormat(Qt::PlainText);
+    size_->setAccessibleName(tr("Memory that these sizes take"));
+
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(apply_);
     buttons->addWidget(cancel_);
@@ -60,6 +66,7 @@ SettingsPanel::SettingsPanel(QWidget* parent) : QFrame(parent) {
     form->addRow(tr("Max Positions"), memory_);
     form->addRow(tr("Blocks"), blocks_);
     form->addRow(tr("Max Time"), time_);
+    form->addRow(size_);
     form->addRow(always_);
     form->addRow(never_);
     form->addRow(buttons);
@@ -84,6 +91,7 @@ void SettingsPanel::Show(const Screen& screen) {
     put(memory_, screen.Panel.Memory);
     put(blocks_, screen.Panel.Blocks);
     put(time_, screen.Panel.Time);
+    size_->setText(Shown(screen.PanelMemory));
     always_->setChecked(screen.WriteSol);
     never_->setChecked(screen.NoWriteSol);
     setVisible(screen.PanelVisible);

@@ -7,6 +7,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QLabel;
 class QPushButton;
 
 namespace kavit {
@@ -37,6 +38,7 @@ class SettingsPanel : public QFrame {
     QComboBox* memory_;
     QComboBox* blocks_;
     QComboBox* time_;
+    QLabel* size_;
     QCheckBox* always_;
     QCheckBox* never_;
     QPushButton* apply_;

@@ -24,6 +24,9 @@ StatusView::StatusView(QWidget* parent)
       timer_(AddLabel("lblTimer", tr("Elapsed seconds"), tr("Elapsed seconds / time limit"))),
       side_(AddLabel("lblSeaTimer", tr("Search side"), tr("The side that is searched"))),
       debug_(AddLabel("lblDebug", tr("Search figures"), tr("Positions that the search stored"))),
+      details_(AddLabel("lblDetails", tr("Progress of the search"),
+                        tr("Layers searched from both ends, positions in the present one, pace, "
+                           "memory, and what is proved so far"))),
       size_(AddLabel("lblSize", tr("Sizes"), tr("Max Positions / Blocks in force"))) {
     progress_->setObjectName(QStringLiteral("PBarAdvance"));
     progress_->setAccessibleName(tr("Positions stored"));
@@ -51,6 +54,7 @@ StatusView::StatusView(QWidget* parent)
     lines->addWidget(start, 2, 4);
     lines->addWidget(now, 2, 4);
     lines->addWidget(size_, 2, 5);
+    lines->addWidget(details_, 3, 0, 1, 6);
     lines->setColumnStretch(2, 1);
     lines->setColumnStretch(3, 1);
 }
@@ -86,6 +90,7 @@ void StatusView::Show(const Screen& screen) {
     timer_->setText(Shown(screen.Timer));
     side_->setText(Shown(screen.Side));
     debug_->setText(Shown(screen.Debug));
+    details_->setText(Shown(screen.Details));
     size_->setText(Shown(screen.Size));
     const double part = static_cast<double>(screen.Progress) /
                         static_cast<double>(std::max<std::int64_t>(screen.ProgressMost, 1));

@@ -29,6 +29,7 @@ class StatusView : public QWidget {
     QLabel* timer_;
     QLabel* side_;
     QLabel* debug_;
+    QLabel* details_;
     QLabel* size_;
 };
 

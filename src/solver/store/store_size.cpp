@@ -10,6 +10,7 @@ namespace kavit {
 
 namespace {
 
+constexpr std::int64_t kMostByDefault = 8000000;  // positions; larger stores are hashed Mixed
 constexpr std::uint64_t kSpare = std::uint64_t{64} << 20;
 
 }  // namespace
@@ -27,6 +28,10 @@ std::int64_t PositionsFor(std::uint64_t bytes, std::int64_t blocks) {
         (BytesFor(middle, blocks) <= bytes ? fits : tooMany) = middle;
     }
     return fits;
+}
+
+HashCase HashFor(std::int64_t numPos) {
+    return numPos > kMostByDefault ? HashCase::Mixed : HashCase::Default;
 }
 
 std::uint64_t MostStoreBytes(std::uint64_t available) {
