@@ -147,6 +147,33 @@ TEST(SolutionFile, TextView) {
     EXPECT_EQ(SolutionViewText(r).substr(SolutionViewText(r).size() - 8), " TimeOut");
 }
 
+TEST(SolutionFile, FewestMovesOfAll) {
+    struct Case {
+        bool Two;
+        bool Proved;
+        std::optional<std::int64_t> Bound;
+        const char* Says;
+    };
+    const Case cases[] = {
+        {false, true, 312, "312, proved"},
+        {true, true, 312, "312, proved; the second solution has the fewest pushes"},
+        {false, false, 300, "312, at least 300 needed"}};
+    for (const Case& c : cases) {
+        SolveReport r = c.Two ? Rich() : Plain();
+        r.Cause = StopCause::No;
+        r.Request.Options.OptLevel = OptLevel::FewestOfAll;
+        r.FewestMovesProved = c.Proved;
+        r.MovesLowerBound = c.Bound;
+        const std::string view = SolutionViewText(r);
+        const std::string says = c.Says;
+        EXPECT_EQ(view.substr(view.rfind("\r\n") + 2), "Fewest moves of all: " + says);
+        const std::string file = SolutionFileText(r);
+        const std::string line = "\\Fewest moves:   " + says.substr(0, says.find(';')) + "\r\n";
+        ASSERT_GT(file.size(), line.size());
+        EXPECT_EQ(file.substr(file.size() - line.size()), line);
+    }
+}
+
 TEST(SolutionFile, EqualMovesCountAsOneSolution) {
     SolveReport r = Plain();
     r.Kept[1]->SolPushes = 80;

@@ -18,14 +18,30 @@ std::string ResultLine(const SolveReport& solve) {
 // What is certain about the solutions, in words that say what they are about.
 std::string ProofLines(const SolveReport& solve) {
     std::string text;
-    if (solve.MovesProved) {
-        const KeptSolution& kept = *solve.Kept[1];
-        text += "Proved: no solution with " + B(kept.SolPushes) + " pushes has fewer than " +
-                B(kept.SolMoves) + " moves\n";
+    const auto proved = [&text](const std::string& what) { text += "Proved: " + what + "\n"; };
+    if (solve.FewestMovesProved) {
+        proved("no solution has fewer than " + B(solve.Kept[0]->SolMoves) + " moves");
+    } else if (solve.MovesLowerBound) {
+        proved("a solution needs at least " + B(*solve.MovesLowerBound) + " moves");
     }
-    if (solve.Code == Result::Ok || !solve.PushesLowerBound) return text;
-    if (solve.PushesProved) return text + "Proved: no solution has fewer pushes\n";
-    return text + "Proved: a solution needs at least " + B(*solve.PushesLowerBound) + " pushes\n";
+    if (solve.MovesProved) {
+        proved("no solution with " + B(solve.Kept[1]->SolPushes) + " pushes has fewer than " +
+               B(solve.Kept[1]->SolMoves) + " moves");
+    }
+    // A level that was solved has the fewest pushes without a word.
+    if (solve.Code != Result::Ok && solve.PushesProved) proved("no solution has fewer pushes");
+    if (solve.PushesLowerBound && !solve.PushesProved)
+        proved("a solution needs at least " + B(*solve.PushesLowerBound) + " pushes");
+    return text;
+}
+
+// The move strings, with a word on each where there are two.
+std::string SolutionLines(const SolveReport& solve) {
+    if (!solve.HasSolution()) return "";
+    const std::string first = solve.Kept[0]->SolString + "\n";
+    if (!solve.HasTwoSolutions()) return "\n" + first;
+    return "\nWith the fewest moves:\n" + first + "With the fewest pushes:\n" +
+           solve.Kept[1]->SolString + "\n";
 }
 
 }  // namespace
@@ -37,8 +53,7 @@ std::string TextReport(const LevelReport& report) {
                        "\n" + ResultLine(solve) + "\n" + ProofLines(solve);
     if (solve.Code == Result::OutOfMemory && !report.Reason.empty()) text += report.Reason + "\n";
     if (report.Recorded) text += RecordedText(*report.Recorded, solve) + "\n";
-    if (solve.HasSolution()) text += "\n" + solve.Kept[0]->SolString + "\n";
-    if (solve.HasTwoSolutions()) text += solve.Kept[1]->SolString + "\n";
+    text += SolutionLines(solve);
     if (!solve.Refused()) text += "\n" + ClosingBlock(solve.Counters, solve.Sizes.NumPos);
     return text + "\n";
 }

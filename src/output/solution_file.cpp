@@ -71,6 +71,12 @@ std::string StopReason(StopCause cause) {
     return "";
 }
 
+// What level 4 has found out about the fewest moves of all solutions.
+std::string FewestMovesText(const SolveReport& r) {
+    if (r.FewestMovesProved) return B(r.Kept[0]->SolMoves) + ", proved";
+    return B(r.Kept[0]->SolMoves) + ", at least " + B(r.MovesLowerBound.value_or(0)) + " needed";
+}
+
 }  // namespace
 
 std::string SolutionBaseName(const SolveRequest& request) {
@@ -111,6 +117,8 @@ std::string SolutionFileText(const SolveReport& r) {
     // Last, so that every other line keeps its place.
     if (!asked.HideExpert && asked.Options.OptLevel >= OptLevel::SomethingPlus)
         text += Line("\\Moves proved:   ", r.MovesProved ? "yes" : "no");
+    if (asked.Options.OptLevel == OptLevel::FewestOfAll)
+        text += Line("\\Fewest moves:   ", FewestMovesText(r));
     return text;
 }
 
@@ -125,6 +133,10 @@ std::string SolutionViewText(const SolveReport& r) {
     if (r.HasTwoSolutions()) text += Line(r.Kept[1]->SolString, "");
     text += Line("", "") + "RESULT: " + pair(0);
     if (r.HasTwoSolutions()) text += "   " + pair(1);
+    if (r.Request.Options.OptLevel == OptLevel::FewestOfAll) {
+        text += Line("", "") + Line("", "") + "Fewest moves of all: " + FewestMovesText(r);
+        if (r.HasTwoSolutions()) text += "; the second solution has the fewest pushes";
+    }
     if (r.EndedEarly()) {
         text += Line("", "") + Line("", "") + "Best Solution before ";
         text += r.Cause == StopCause::Time ? "TimeOut" : "Stopped";
