@@ -138,10 +138,10 @@ TEST_F(Cli, TextAnswer) {
     EXPECT_EQ(WithoutFigures(run.Out),
               "three.xsb\n\n########\n#@ $  .#\n########\n\n"
               "Solution:  4/3  on  1 analyzed\n\nrRRR\n\n"
-              "levels      3 (0 forward, 3 backward)\n"
+              "layers      3 (0 forward, 3 backward)\n"
               "positions   4 stored of 4000000 (0.0 %), 5 offered\n"
               "duplicates  0 improved, 0 dropped\n"
-              "hash table  0.0 % full, 0 re-probes (0.00 an offer)\n"
+              "hash table  default, 0.0 % full, 0 re-probes (0.00 an offer)\n"
               "memory      # bytes a position\n"
               "seconds     # search\n\n"
               "corner.xsb\n\n#####\n#$ @#\n# . #\n#####\n\n"

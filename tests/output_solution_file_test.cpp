@@ -118,6 +118,10 @@ TEST(SolutionFile, LinesThatDependOnOneThing) {
     r.Request.Options.OptLevel = OptLevel::SomethingPlus;
     EXPECT_TRUE(has(r, "\\Moves proved:   no"));
 
+    EXPECT_FALSE(has(r, "\\Hash:           mixed"));
+    r.Counters.HashCase = HashCase::Mixed;
+    EXPECT_TRUE(has(r, "\\Hash:           mixed"));
+
     r = Plain();
     r.Fault = "The optimizer met something that can't be";
     EXPECT_TRUE(has(r, "\\Best Solution before "));

@@ -44,8 +44,7 @@ void AddCounters(Json& object, const SearchCounters& counters) {
     object["passSeconds"] = counters.PassSeconds;
     object["proofSeconds"] = counters.ProofSeconds;
     object["bytesPerPosition"] = counters.BytesPerPosition;
-    constexpr const char* kHashNames[] = {"default", "case1", "case2", "mixed"};
-    object["hash"] = kHashNames[static_cast<std::size_t>(counters.HashCase)];
+    object["hash"] = HashName(counters.HashCase);
     object["threads"] = counters.Threads;
 }
 

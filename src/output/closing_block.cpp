@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "output/number_text.h"
+#include "output/solve_report.h"
 
 namespace kavit {
 
@@ -25,13 +26,13 @@ std::string ClosingBlock(const SearchCounters& c, std::int64_t numPos) {
     const std::int64_t offered = c.HashCnt;
     const std::int64_t reprobes = c.RHashCnt;
     const std::int64_t slots = c.HashSize + 1;
-    std::string text = "levels      " + B(c.SeaSteps) + " (" + B(c.ForwDepth) + " forward, " +
+    std::string text = "layers      " + B(c.SeaSteps) + " (" + B(c.ForwDepth) + " forward, " +
                        B(c.BackDepth) + " backward)\n";
     text += "positions   " + B(c.BucketCnt) + " stored of " + B(numPos) + " (" +
             Percent(c.BucketCnt, numPos) + "), " + B(offered) + " offered\n";
     text += "duplicates  " + B(c.PosChanged) + " improved, " + B(c.PosDiscarded) + " dropped\n";
-    text += "hash table  " + Percent(c.BucketCnt, slots) + " full, " + B(reprobes) +
-            " re-probes (" +
+    text += "hash table  " + std::string(HashName(c.HashCase)) + ", " +
+            Percent(c.BucketCnt, slots) + " full, " + B(reprobes) + " re-probes (" +
             Decimals(offered > 0 ? static_cast<double>(reprobes) / static_cast<double>(offered) : 0,
                      2) +
             " an offer)\n";

@@ -117,6 +117,9 @@ std::string SolutionFileText(const SolveReport& r) {
     // Last, so that every other line keeps its place.
     if (!asked.HideExpert && asked.Options.OptLevel >= OptLevel::SomethingPlus)
         text += Line("\\Moves proved:   ", r.MovesProved ? "yes" : "no");
+    // Beyond 8,000,000 positions it is chosen without being asked for.
+    if (!asked.HideExpert && r.Counters.HashCase == HashCase::Mixed)
+        text += Line("\\Hash:           ", std::string(HashName(HashCase::Mixed)));
     if (asked.Options.OptLevel == OptLevel::FewestOfAll)
         text += Line("\\Fewest moves:   ", FewestMovesText(r));
     return text;

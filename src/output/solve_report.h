@@ -1,9 +1,11 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "level/board.h"
 #include "level/result.h"
@@ -13,6 +15,12 @@
 // One solve as values: what was asked, and what came of it. The report file, the text view, JSON
 // and the window read nothing else, so they cannot tell different stories of the same solve.
 namespace kavit {
+
+// As the command line and JSON call it.
+[[nodiscard]] inline std::string_view HashName(HashCase hash) {
+    constexpr std::array<std::string_view, 4> kNames = {"default", "case1", "case2", "mixed"};
+    return kNames.at(static_cast<std::size_t>(hash));
+}
 
 struct SolveRequest {
     Board Level = {};
