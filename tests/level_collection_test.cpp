@@ -139,6 +139,67 @@ TEST(Collection, TellsWhatBelongsToWhat) {
     }
 }
 
+TEST(Collection, KeepsToItsLimits) {
+    const auto repeat = [](const string& text, int times) {
+        string all;
+        while (times-- > 0) all += text;
+        return all;
+    };
+    const string words = string(99'936, 'x') + "\n";  // a tenth of a million, with what it costs
+    const struct {
+        string Text;
+        string Shown;
+    } cases[] = {
+        {"A\n1000000R", "1<///" + string(1000000, 'R') + ">A "},
+        {"A\n1000001R", "1A !4-4 moves that make no sense, or too many of them "},
+        {"A\n" + repeat(string(500000, 'R') + "\n", 3),
+         "1A !4-6 moves that make no sense, or too many of them "},
+        {string(1 << 20, '#') + "\n\nA", "3A !1-1 line 1 is too long "},
+        {"title" + string(1 << 20, '-') + "\nA", "!1-4 line 1 is too long "},
+        {"4096#\n\nA", "3A !1-1 4096 columns, and 19 are the most "},
+        {"A\n" + repeat("*\n", 17) + "#", "!1-21 21 rows, and 17 are the most "},
+        {"A\n" + repeat("*\n", 18) + "#",
+         "1<*//*|*|*|*|*|*|*|*|*|*|*|*|*|*|*|*|*/>A !22-22 too few rows for a level "},
+        {"A\n((((((((((((((((((((R))))))))))))))))))))", "1<///R>A "},
+        {"A\n(((((((((((((((((((((R)))))))))))))))))))))",
+         "1A !4-4 moves that make no sense, or too many of them "},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(Shown(ReadCollection(Filled(c.Text))), c.Shown) << c.Text.substr(0, 80);
+    }
+    // Text of more than a megabyte, in one piece and in many; and the next gap has its own.
+    for (const char* gap : {"", "\n"}) {
+        const Collection read = ReadCollection(repeat(words + gap, 11) + Filled("A\nt\n\nB\nu"));
+        ASSERT_EQ(read.Skipped.size(), 1U);
+        EXPECT_EQ(read.Skipped[0].First, *gap == '\0' ? 11 : 21);
+        EXPECT_EQ(read.Skipped[0].Last, read.Skipped[0].First);
+        EXPECT_EQ(read.Levels.at(1).Title, "u");
+    }
+    // As many lines as a comment can have, and too many: then they are no comment.
+    const auto comment = [&](int lines) {
+        return "Comment:\n" + Filled("A\n") + repeat("\n", lines - 4) + "c\nComment-End:\n";
+    };
+    EXPECT_EQ(ReadCollection(comment(16381)).Comment.size(), 16390U);
+    EXPECT_TRUE(ReadCollection(comment(16383)).Levels.empty());
+    EXPECT_EQ(ReadCollection(comment(16384)).Levels.size(), 1U);
+
+    std::istringstream stream(repeat("#x@#\n\n", 1002) + Filled("A"));
+    CollectionReader reader(stream);
+    EXPECT_TRUE(reader.Next());
+    const std::vector<SkippedLines> skipped = reader.TakeSkipped();
+    ASSERT_EQ(skipped.size(), 1000U);
+    EXPECT_EQ(skipped[998].Last, 1997);
+    EXPECT_EQ(skipped[999].First, 1999);
+    EXPECT_EQ(skipped[999].Last, 2003);
+    EXPECT_TRUE(reader.TakeSkipped().empty());
+
+    // A line end that lies across two blocks of the buffer is still one.
+    for (int length = 65530; length < 65540; ++length) {
+        const string text = string(static_cast<std::size_t>(length), 'x') + "\r\n" + Filled("A");
+        EXPECT_EQ(ReadCollection(text).Levels.at(0).Line, 2);
+    }
+}
+
 Collection WrittenAndRead(const Collection& collection) {
     return ReadCollection(CollectionText(collection));
 }

@@ -179,6 +179,8 @@ TEST(LevelReader, Refuses) {
          {31, 1}},
         {"30 lines", From::Paste, Repeat(blank, 29) + " ", ok, {}},
         {"30 lines and a line end", From::Paste, Repeat(blank, 30), tooHigh, {31, 1}},
+        {"29 CR LF lines and a line end", From::Paste, Repeat(" \r\n", 29), ok, {}},
+        {"30 CR lines and a line end", From::Paste, Repeat(" \r", 30), tooHigh, {31, 1}},
         {"30 CR LF lines and a line end", From::Paste, Repeat(" \r\n", 30), tooHigh, {31, 1}},
         {"31 lines before anything else", From::Paste, "#x\n" + Repeat("\n", 30), tooHigh, {31, 1}},
         {"18 rows", From::File, "title\n" + high, tooHigh, {19, 1}},

@@ -56,6 +56,7 @@ class CollectionReader::Reading {
     void TakeText(const CollectionLine& line);
     void TakeComment(const CollectionLine& line, std::string_view behind);
     void EndSquares();
+    void TakeMoves(const CollectionLine& line);
     void EndMoves();
     void StartEntry(std::int64_t line);
     void ShareOutText(NoteLines* below);
@@ -113,9 +114,7 @@ void CollectionReader::Reading::TakeLine(const CollectionLine& line) {
             notes_.TakeEmptyLine();
             break;
         case LineKind::Moves:
-            if (moves_.empty()) movesNamed_ = solutionNext_;
-            movesSize_ += line.Text.size();
-            if (movesSize_ <= kLongestLine || moves_.empty()) moves_.push_back(line);
+            TakeMoves(line);
             break;
         default:
             TakeText(line);
@@ -152,6 +151,19 @@ void CollectionReader::Reading::EndSquares() {
         notes_.TakeText(NoteLine::Kind::Plain, Trimmed(line.Text), line.Number);
     }
     squares_.clear();
+}
+
+// Of lines that are too much together only the last one's number is kept.
+void CollectionReader::Reading::TakeMoves(const CollectionLine& line) {
+    if (moves_.empty()) movesNamed_ = solutionNext_;
+    movesSize_ += line.Text.size();
+    if (movesSize_ <= kLongestLine) {
+        moves_.push_back(line);
+    } else if (moves_.back().Text.empty()) {
+        moves_.back().Number = line.Number;
+    } else {
+        moves_.push_back({line.Number, "", false});
+    }
 }
 
 void CollectionReader::Reading::EndMoves() {

@@ -4,6 +4,8 @@
 #include <bitset>
 #include <tuple>
 
+#include "level/steps.h"
+
 namespace kavit {
 
 namespace {
@@ -36,9 +38,9 @@ struct Squares {
         for (std::size_t c = 0; c < kCells; ++c) {
             const std::uint8_t code = board.Cell[c];
             Walls[c] = code == kWall;
-            Boxes[c] = code == kBox || code == kBoxOnGoal;
-            Goals[c] = code == kGoal || code == kBoxOnGoal || code == kManOnGoal;
-            Men[c] = code == kMan || code == kManOnGoal;
+            Boxes[c] = HoldsBox(code);
+            Goals[c] = OnGoal(code);
+            Men[c] = HoldsMan(code);
         }
     }
 };
