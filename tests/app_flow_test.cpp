@@ -31,6 +31,9 @@ const std::map<std::string, std::string> kLevels = {
     {"nine",
      "###########\n#@        #\n# $ $ $ $ #\n#         #\n# $ $ $ $ #\n#    $    "
      "#\n#.........#\n###########\n"},
+    {"album",
+     "#####\n#@$.#\n#####\nTitle: One\n\n######\n#@ $.#\n######\nTitle: Two\nSolution\nrR\n\n"
+     "##########\n#@ $ $ ..#\n##########\nTitle: Three\n"},
     {"room", "#######\n#@ $ .#\n#     #\n#######\n"},
 };
 
@@ -113,6 +116,15 @@ class Flow {
             {"memory", [&](Model& m) { Field(m, &PanelFields::Memory, text); }},
             {"blocks", [&](Model& m) { Field(m, &PanelFields::Blocks, text); }},
             {"time", [&](Model& m) { Field(m, &PanelFields::Time, text); }},
+            {"choose", [&](Model& m) { m.Album.Choose(number); }},
+            {"unsolved", [](Model& m) { m.Album.NextUnsolved(); }},
+            {"solveall", [](Model& m) { m.Album.SolveAll(); }},
+            {"known", [](Model& m) { m.Album.ShowKnown(); }},
+            {"savealbum", [](Model& m) { m.Album.Save(); }},
+            {"togglelist", [](Model& m) { m.Album.Toggle(); }},
+            {"savelevel", [](Model& m) { m.Levels.Save(); }},
+            {"savelevelas", [](Model& m) { m.Levels.SaveAs(); }},
+            {"savesolution", [](Model& m) { m.Solution.Save(m.Levels.Folder()); }},
             {"always", [](Model& m) { m.Settings.SetWriteSol(true); }},
             {"ask", [](Model& m) { m.Settings.SetNoWriteSol(false); }},
             {"yes", [&](Model&) { View.Answers.push_back(Choice::Yes); }},
@@ -311,6 +323,101 @@ TEST_F(FlowTest, OffersLargerSizes) {
     EXPECT_EQ(flow.Now().HashCase, 3);
     flow.Play("hash:1");
     EXPECT_EQ(flow.Now().HashCase, 1);
+}
+
+// A collection stands beside the board, level by level.
+TEST_F(FlowTest, ListOfLevels) {
+    const struct {
+        const char* Script;
+        const char* Title;
+        int Chosen;
+        const char* Marks;  // joined by commas
+        const char* Boxes;
+    } rows[] = {
+        {"open:album", "kavit album-1", 0, ",,", ""},
+        {"open:album next", "kavit album-2", 1, ",,", ""},
+        {"open:album previous", "kavit album-1", 0, ",,", "No previous levels"},
+        {"open:album choose:2 next", "kavit album-3", 2, ",,", "No more levels"},
+        {"open:album choose:7", "kavit album-1", 0, ",,", ""},
+        {"open:album solve", "kavit album-1", 0, "1/1,,", ""},
+        {"open:album solve unsolved", "kavit album-2", 1, "1/1,,", ""},
+        {"open:album solveall", "kavit album-3", 2, "1/1,1/2,no solution", ""},
+        {"open:album solveall unsolved", "kavit album-3", 2, "1/1,1/2,no solution",
+         "No more unsolved levels"},
+        {"open:album ask always solveall", "kavit album-3", 2, "1/1,1/2,no solution", ""},
+        {"open:album edit down:100 anim solve", "kavit", 0, ",,", ""},
+        {"open:album edit down:100 anim cancelled next", "kavit", 0, ",,", kUnsaved},
+        {"open:album solve anim next", "kavit album-1", 0, "1/1,,", kAnimating},
+        {"open:album open:easy", "kavit easy", -1, "", ""},
+        {"open:album paste:easy", "kavit", -1, ",,", ""},
+        {"open:album clear choose:1", "kavit album-2", 1, ",,", ""},
+        {"paste:album", "kavit pasted-1", 0, ",,", ""},
+        {"known", "kavit", -1, "", "Nothing to Show"},
+        {"savealbum", "kavit", -1, "", "There is no list of levels"},
+        {"open:album known", "kavit album-1", 0, ",,", "Nothing to Show"},
+    };
+    for (const auto& row : rows) {
+        Flow own;
+        SCOPED_TRACE(row.Script);
+        own.Play(row.Script);
+        std::string marks;
+        for (const ListRow& level : *own.Now().List)
+            marks += (&level == own.Now().List->data() ? "" : ",") + level.Mark;
+        EXPECT_EQ(own.Now().Title, row.Title);
+        EXPECT_EQ(own.Now().ListChosen, row.Chosen);
+        EXPECT_EQ(marks, row.Marks);
+        EXPECT_EQ(own.View.TakeBoxes(), row.Boxes);
+        EXPECT_FALSE(own.Now().SolvingAll);
+        EXPECT_EQ(own.Now().ListVisible, *row.Marks != '\0');
+        EXPECT_FALSE(std::filesystem::exists(own.Files.Path("album-2.sol")));
+    }
+    flow.Play("open:album choose:1 known");
+    EXPECT_EQ(flow.View.Buttons(), "TEXT ANIM CLEAR");
+    EXPECT_EQ(flow.View.Lines(), "Recorded solution:  2/1|");
+    flow.Play("anim tick tick");
+    EXPECT_EQ(flow.View.Buttons(), "TEXT REPEAT CLEAR");
+    flow.Play("choose:1 ask solve");
+    EXPECT_EQ(flow.View.AskedName, "album-2.sol");
+    EXPECT_EQ(flow.Now().Details, "Recorded solution: 2/1, with the fewest pushes");
+    flow.View.SaveFile = flow.Files.Path("again.sok");
+    flow.Play("choose:0 solve savealbum");
+    const Collection again = ReadCollection(flow.Files.Read("again.sok"));
+    ASSERT_EQ(again.Levels.size(), 3U);
+    EXPECT_EQ(again.Levels[0].Solution, "R");
+    EXPECT_EQ(again.Levels[1].Solution, "rR");
+    EXPECT_EQ(again.Levels[2].Title, "Three");
+    // Stopped by the user, the run ends there.
+    flow.Files.Write("two.txt", kLevels.at("long") + "\n" + kLevels.at("easy"));
+    flow.Play("open:two.txt during:solve solveall");
+    EXPECT_EQ(flow.Now().Title, "kavit two-1");
+    EXPECT_EQ(flow.Now().List->at(1).Mark, "");
+    // A folder is a list as well; the list goes and comes back.
+    std::filesystem::create_directory(flow.Files.Path("levels"));
+    flow.Play("no open:levels");
+    EXPECT_TRUE(flow.View.TakeBoxes().starts_with("There are no levels in "));
+    flow.Files.Write("levels/b2.xsb", test::kEasy);
+    flow.Files.Write("levels/b10.txt", kLevels.at("album"));
+    flow.Play("open:levels next togglelist");
+    EXPECT_EQ(flow.Now().Title, "kavit b10-1");
+    EXPECT_EQ(flow.Now().List->size(), 4U);
+    EXPECT_FALSE(flow.Now().ListVisible);
+}
+
+// Levels and solutions are saved where the user says, and then are what the files hold.
+TEST_F(FlowTest, Saving) {
+    flow.Play("savesolution open:room edit tool:1 down:39 anim savelevel exit");
+    EXPECT_EQ(flow.View.TakeBoxes(), "Nothing to Show");
+    EXPECT_EQ(flow.View.Quits, 1);
+    EXPECT_EQ(flow.View.AskedName, "");
+    EXPECT_EQ(flow.Files.Read("room.xsb"), "#######\n#@ $ .#\n#.    #\n#######\n");
+    flow.View.SaveFile = flow.Files.Path("other.xsb");
+    flow.Play("savelevelas");
+    EXPECT_EQ(flow.View.AskedName, "room.xsb");
+    EXPECT_EQ(flow.Now().Title, "kavit other");
+    flow.View.SaveFile = flow.Files.Path("kept.sol");
+    flow.Play("open:easy solve savesolution");
+    EXPECT_EQ(flow.View.AskedName, "easy.sol");
+    EXPECT_TRUE(flow.Files.Read("kept.sol").starts_with("rRR\r\n"));
 }
 
 // What each command answers while the solver, the replay or the editor is at work; nullptr where it

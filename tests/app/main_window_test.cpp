@@ -2,6 +2,7 @@
 
 #include <QClipboard>
 #include <QComboBox>
+#include <QDockWidget>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLabel>
@@ -11,6 +12,7 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTableView>
 #include <QTest>
 #include <QToolButton>
 #include <memory>
@@ -28,6 +30,9 @@ using kavit::test::kLong;
 // The menus in their order, each entry by its name.
 constexpr const char* kMenus =
     "mnuOpen0=Open File, mnuOpen1=Restart, mnuOpen2=Next Level, mnuOpen3=Previous Level, "
+    "mnuSaveLevel=Save Level, mnuSaveLevelAs=Save Level As, mnuSaveSolution=Save Solution, "
+    "mnuSaveCollection=Save Collection, mnuLevelList=List of Levels, "
+    "mnuNextUnsolved=Next Unsolved, mnuSolveAll=Solve the List, mnuKnown=Show Known Solution, "
     "mnuSave=Save Configuration, mnuEditBoard=Edit Board, mnuImport=Import, "
     "mnuCopyBoard=Copy Board, mnuCopySolution=Copy Solution, mnuPasteLevel=Paste Level, "
     "mnuExit=Exit\n"
@@ -373,6 +378,26 @@ class MainWindowTest : public QObject {
         Choose("mnuPasteLevel");
         QCOMPARE(Board()->PictureAt(24), kavit::Picture::Goal);
         QCOMPARE(Caption("btnSOLVE"), QString("SOLVE"));
+    }
+
+    // A collection is listed; a click in the list opens a level, and the list can be closed.
+    void listOfLevels() {
+        Open("album.txt", (std::string(kEasy) + "\n#####\n#@$.#\n#####\nTitle: <b>Two\n").c_str());
+        auto* dock = Find<QDockWidget>("dckLevels");
+        QVERIFY(dock->isVisible());
+        auto* table = dock->findChild<QTableView*>();
+        QCOMPARE(table->model()->rowCount(), 2);
+        QCOMPARE(window_->windowTitle(), QString("kavit album-1"));
+        table->setCurrentIndex(table->model()->index(1, 1));
+        QCOMPARE(window_->windowTitle(), QString("kavit album-2"));
+        Solve();
+        QCOMPARE(table->model()->index(1, 4).data().toString(), QString("1/1"));
+        Choose("mnuSolveAll");
+        QTRY_COMPARE(table->model()->index(0, 4).data().toString(), QString("2/3"));
+        Choose("mnuLevelList");
+        QVERIFY(!dock->isVisible());
+        Choose("mnuLevelList");
+        QVERIFY(dock->isVisible());
     }
 
     // Names and texts of the user's show as written.

@@ -59,6 +59,8 @@ void ImportControl::Paste() {
                                  : "There is no level on the clipboard";
         return;
     }
+    levels_.PrepareWindow();
+    if (levels_.TakePastedAlbum(text)) return;
     draft_ = text;
     OpenBox();
     Take();

@@ -1,6 +1,7 @@
 #include "app/model/level_control.h"
 
 #include <algorithm>
+#include <sstream>
 #include <system_error>
 
 #include "app/model/examples.h"
@@ -36,6 +37,14 @@ void LevelControl::OpenGiven(const std::string& fullName) {
 }
 
 void LevelControl::OpenPath(const std::string& fullName) {
+    const std::filesystem::path path = files_.Folder() / fullName;
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error)) {
+        Album folder = ReadFolder(path);
+        if (folder.Entries.empty()) return desk_.Say("There are no levels in " + path.string());
+        return OpenAlbum(std::move(folder));
+    }
+    if (auto album = ReadAlbum(path)) return OpenAlbum(std::move(*album));
     LevelFolder files = files_;
     const std::string fault = files.Open(fullName);
     if (!fault.empty()) return desk_.Say(fault);
@@ -45,6 +54,13 @@ void LevelControl::OpenPath(const std::string& fullName) {
 void LevelControl::Step(int step) {
     if (desk_.Refused(Need::Levels)) return;
     PrepareWindow();
+    if (!album_.Entries.empty()) {
+        const int row = album_.Chosen + step;
+        if (row < 0) return desk_.Say("No previous levels");
+        if (row >= static_cast<int>(album_.Entries.size())) return desk_.Say("No more levels");
+        ChooseEntry(row);
+        return;
+    }
     LevelFolder files = files_;
     const std::string fault = step > 0 ? files.Next() : files.Previous();
     if (!fault.empty()) return desk_.Say(fault);
@@ -90,9 +106,16 @@ void LevelControl::OpenCurrent(LevelFolder files, bool fromList) {
     opened.Board = level_.Board;
     const ReadReply reply = Read(files.LevelPath(), opened.Board);
     if (reply.Cancelled) return desk_.Window().Quit();
+    files_ = std::move(files);
+    album_ = {};
+    ShowList();
+    Load(std::move(opened), reply, fromList);
+}
+
+// The board, with what is known of where it came from, takes the place of the one before.
+void LevelControl::Load(OpenLevel opened, const ReadReply& reply, bool fromList) {
     opened.Bad = !reply.Loaded();
     opened.AsRead = opened.Board;
-    files_ = std::move(files);
     level_ = std::move(opened);
     kept_ = level_.Board;
     solution_.Forget();
@@ -105,6 +128,63 @@ void LevelControl::OpenCurrent(LevelFolder files, bool fromList) {
         return ShowPlace(reply);
     }
     desk_.ShowMsg(fromList ? Result::LevelOpened : Result::Ok);
+}
+
+void LevelControl::OpenAlbum(Album album) {
+    if (!MayLeave()) return;
+    kept_ = level_.Board;  // what there was to save was asked for
+    if (!album.Path.empty()) {
+        // Solution files go beside the levels, and Open begins there.
+        (void)files_.Open(album.Entries.front().File.string());
+    }
+    album_ = std::move(album);
+    desk_.Screen.ListVisible = true;
+    if (!album_.Head.Skipped.empty()) {
+        const SkippedLines& first = album_.Head.Skipped.front();
+        desk_.Say(
+            "Lines " + std::to_string(first.First) + " to " + std::to_string(first.Last) +
+            " are left out: " + first.Why +
+            (album_.Head.Skipped.size() > 1
+                 ? "\n\nThere are " + std::to_string(album_.Head.Skipped.size() - 1) + " more."
+                 : ""));
+    }
+    ChooseEntry(0);
+}
+
+bool LevelControl::ChooseEntry(int row) {
+    if (row < 0 || row >= static_cast<int>(album_.Entries.size())) return false;
+    if (desk_.Refused(Need::Levels) || !MayLeave()) {
+        ShowList();
+        return false;
+    }
+    PrepareWindow();
+    album_.Chosen = row;
+    const CollectionLevel& entry = album_.Entries[static_cast<std::size_t>(row)].Level;
+    OpenLevel opened;
+    opened.FileName = album_.NameOf(row);
+    std::istringstream text(entry.BoardText);
+    const ReadReply reply = ReadLevelStream(text, opened.Board, {});
+    Load(std::move(opened), reply, true);
+    if (!entry.Title.empty()) desk_.Screen.Right = entry.Title;
+    ShowList();
+    return true;
+}
+
+bool LevelControl::TakePastedAlbum(const std::string& text) {
+    auto album = AlbumOfText(text);
+    if (!album) return false;
+    OpenAlbum(std::move(*album));
+    return true;
+}
+
+void LevelControl::ShowList() {
+    auto rows = std::make_shared<std::vector<ListRow>>();
+    for (const AlbumEntry& entry : album_.Entries) {
+        rows->push_back({entry.Level.Title, entry.Level.BoardText, entry.Mark, entry.Solved});
+    }
+    desk_.Screen.List = std::move(rows);
+    desk_.Screen.ListChosen = album_.Chosen;
+    if (album_.Entries.empty()) desk_.Screen.ListVisible = false;
 }
 
 // A pipe that nobody writes to would stop the window for ever.
@@ -141,6 +221,8 @@ void LevelControl::ShowPlace(const ReadReply& reply) {
 void LevelControl::TakePasted(const Board& board) {
     level_ = {board, std::nullopt, "", false};
     kept_ = board;
+    album_.Chosen = -1;
+    ShowList();
     solution_.Forget();
     desk_.Fire(Event::ImportTaken);
     desk_.SetTitle("");
@@ -151,6 +233,8 @@ void LevelControl::TakePasted(const Board& board) {
 void LevelControl::Clear() {
     ClearBoard(level_.Board);
     level_ = {level_.Board, std::nullopt, "", false};
+    album_.Chosen = -1;
+    ShowList();
     if (!IsEditing(desk_.Now())) kept_ = level_.Board;
     solution_.Forget();
     desk_.Fire(Event::Cleared);
@@ -173,7 +257,7 @@ bool LevelControl::MayLeave() {
     if (!Unsaved()) return true;
     switch (desk_.Window().Ask("The board was changed. Save it?", Choices::SaveDiscardCancel)) {
         case Choice::Yes:
-            return SaveAs();
+            return AskAndSave();
         case Choice::No:
             return true;
         case Choice::Cancel:
@@ -182,20 +266,30 @@ bool LevelControl::MayLeave() {
     return false;
 }
 
+// Into the level's own file. What has none, as a level of a collection, asks for one.
 void LevelControl::Save() {
-    if (!desk_.Refused(Need::Change)) (void)SaveAs();
+    if (desk_.Refused(Need::Change)) return;
+    const bool ownFile = !level_.FileName.empty() && album_.Entries.empty() && !level_.Bad;
+    (void)(ownFile ? SaveTo(files_.LevelPath()) : AskAndSave());
+}
+
+void LevelControl::SaveAs() {
+    if (!desk_.Refused(Need::Change)) (void)AskAndSave();
 }
 
 // False when the level is not in a file afterwards.
-bool LevelControl::SaveAs() {
+bool LevelControl::AskAndSave() {
     const std::string suggested = level_.FileName.empty() ? "" : level_.FileName + ".xsb";
     const auto answer =
         desk_.Window().AskSaveFile(FileKind::Level, files_.Folder().string(), suggested);
-    if (!answer || answer->empty()) return false;
+    return answer && !answer->empty() && SaveTo(*answer);
+}
+
+bool LevelControl::SaveTo(const std::filesystem::path& file) {
     Board board = level_.Board;
     RecomputeExtent(board);  // what was painted over may have lain further out
-    std::string fault = WriteWholeFile(*answer, BoardText(board, "\n"));
-    if (fault.empty()) fault = files_.Open(*answer);
+    std::string fault = WriteWholeFile(file, BoardText(board, "\n"));
+    if (fault.empty()) fault = files_.Open(file.string());
     if (!fault.empty()) {
         desk_.Say(fault);
         return false;
@@ -204,6 +298,9 @@ bool LevelControl::SaveAs() {
     level_.AsRead = level_.Board;
     level_.FileName = files_.LevelName();
     level_.Bad = false;
+    album_.Chosen = -1;  // a level of its own from here on
+    ShowList();
+    if (!IsEditing(desk_.Now())) desk_.SetTitle(level_.FileName);
     return true;
 }
 

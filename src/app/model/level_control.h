@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "app/model/album.h"
 #include "app/model/desk.h"
 #include "app/model/settings_control.h"
 #include "app/model/solution_control.h"
@@ -44,7 +45,14 @@ class LevelControl {
     void Restart();
     void Step(int step);  // 1 next level, -1 previous
     void Example(int index);
+    // A level of the list; false when the one on the board stays.
+    bool ChooseEntry(int row);
     void Save();
+    void SaveAs();
+    // Levels from a text that holds several.
+    [[nodiscard]] bool TakePastedAlbum(const std::string& text);
+    [[nodiscard]] Album& List() { return album_; }
+    void ShowList();
     void Copy();
     void Exit();
 
@@ -62,7 +70,10 @@ class LevelControl {
 
   private:
     [[nodiscard]] bool Unsaved() const;
-    [[nodiscard]] bool SaveAs();
+    [[nodiscard]] bool AskAndSave();
+    [[nodiscard]] bool SaveTo(const std::filesystem::path& file);
+    void OpenAlbum(Album album);
+    void Load(OpenLevel opened, const ReadReply& reply, bool fromList);
     void OpenPath(const std::string& fullName);
     void OpenCurrent(LevelFolder files, bool fromList);
     [[nodiscard]] ReadReply Read(const std::filesystem::path& file, Board& board);
@@ -72,6 +83,7 @@ class LevelControl {
     SettingsControl& settings_;
     SolutionControl& solution_;
     LevelFolder files_;
+    Album album_;  // empty for a single level
     OpenLevel level_;
     Board kept_;  // as last read or saved
 };

@@ -7,7 +7,9 @@ Model::Model(View& view, const std::string& program, const std::filesystem::path
     : desk_(view, program),
       folder_(folder),
       Levels(desk_, Settings, Solution, folder),
-      Solve(desk_, Settings, Levels, Solution, Choices, solver_, std::move(clock)) {}
+      Solve(desk_, Settings, Levels, Solution, Choices, solver_, std::move(clock)) {
+    Solve.OnEnded = [this](const SolveReport& report) { Album.Ended(report); };
+}
 
 std::string Model::Load() {
     desk_.SetTitle("");

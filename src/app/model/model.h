@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 
+#include "app/model/album_control.h"
 #include "app/model/choices_control.h"
 #include "app/model/desk.h"
 #include "app/model/editor_control.h"
@@ -52,6 +53,7 @@ class Model {
     EditorControl Editor{desk_, Settings, Levels, Solution};
     ChoicesControl Choices{desk_, Settings, Levels, Solution};
     SolveControl Solve;
+    AlbumControl Album{desk_, Levels, Solution, Solve};
 };
 
 }  // namespace kavit

@@ -2,7 +2,9 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "level/board.h"
 
@@ -46,6 +48,14 @@ struct PanelFields {
     bool operator==(const PanelFields&) const = default;
 };
 
+// A level of the list.
+struct ListRow {
+    std::string Title;
+    std::string BoardText;
+    std::string Mark;
+    bool Solved = false;
+};
+
 struct Screen {
     std::string Title;
 
@@ -86,6 +96,12 @@ struct Screen {
     std::string PanelMemory;  // what the sizes in the fields would take
     bool WriteSol = false;
     bool NoWriteSol = false;
+
+    // The list of levels, made anew when it changes; none for a single level.
+    std::shared_ptr<const std::vector<ListRow>> List = std::make_shared<std::vector<ListRow>>();
+    int ListChosen = -1;
+    bool ListVisible = false;
+    bool SolvingAll = false;
 
     // The checked entries of the menus, and whether the hidden ones are there.
     int SeaType = 0;

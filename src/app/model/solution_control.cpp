@@ -17,16 +17,31 @@ void SolutionControl::Write(const std::filesystem::path& folder) {
     const Settings& switches = settings_.Values();
     const SolutionName name =
         ChooseSolutionName(report_->Request, switches.NoWriteSol, switches.WriteSol);
-    std::filesystem::path file = folder / name.Name;
-    if (name.Choice == SolutionName::Kind::None) return;
-    if (name.Choice == SolutionName::Kind::Ask) {
-        const std::filesystem::path& start = saveFolder_.empty() ? folder : saveFolder_;
-        const auto answer =
-            desk_.Window().AskSaveFile(FileKind::Solution, start.string(), name.Name);
-        if (!answer || answer->empty()) return;
-        file = *answer;
-        saveFolder_ = file.parent_path();
-    }
+    if (name.Choice == SolutionName::Kind::None || desk_.Screen.SolvingAll) return;
+    const bool ask = name.Choice == SolutionName::Kind::Ask;
+    WriteTo(ask ? AskFile(folder, name.Name) : folder / name.Name);
+}
+
+void SolutionControl::Save(const std::filesystem::path& folder) {
+    if (desk_.Refused(Need::Change)) return;
+    if (!Known()) return desk_.Say("Nothing to Show");
+    const std::string name = SolutionBaseName(report_->Request);
+    WriteTo(AskFile(folder, name.empty() ? "" : name + ".sol"));
+}
+
+// Empty when the user gave none.
+std::filesystem::path SolutionControl::AskFile(const std::filesystem::path& folder,
+                                               const std::string& name) {
+    const std::filesystem::path& start = saveFolder_.empty() ? folder : saveFolder_;
+    const auto answer = desk_.Window().AskSaveFile(FileKind::Solution, start.string(), name);
+    if (!answer || answer->empty()) return {};
+    const std::filesystem::path file = *answer;
+    saveFolder_ = file.parent_path();
+    return file;
+}
+
+void SolutionControl::WriteTo(const std::filesystem::path& file) {
+    if (file.empty()) return;
     const std::string fault = WriteWholeFile(file, SolutionFileText(*report_));
     if (!fault.empty()) desk_.Say(fault);
 }

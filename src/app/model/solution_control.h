@@ -20,6 +20,10 @@ class SolutionControl {
 
     // A report with a solution; its file is written or asked for. `folder` is where the level is.
     void Take(SolveReport report, const std::filesystem::path& folder);
+    // One that was known already.
+    void Show(SolveReport report) { report_ = std::move(report); }
+    // Save Solution, any time after a solve.
+    void Save(const std::filesystem::path& folder);
     void Forget() { report_.reset(); }
     [[nodiscard]] bool Known() const { return report_.has_value(); }
 
@@ -34,6 +38,9 @@ class SolutionControl {
 
   private:
     void Write(const std::filesystem::path& folder);
+    void WriteTo(const std::filesystem::path& file);
+    [[nodiscard]] std::filesystem::path AskFile(const std::filesystem::path& folder,
+                                                const std::string& name);
     void Begin();
     void ShowReplay();
 

@@ -90,6 +90,11 @@ void SolveControl::SideChanged(char side) {
 }
 
 void SolveControl::SearchEnded(SolveReport report) {
+    ShowEnd(report);
+    if (OnEnded && desk_.Now() != State::Solving) OnEnded(report);
+}
+
+void SolveControl::ShowEnd(const SolveReport& report) {
     ShowElapsed();
     desk_.PutLines(report.Lines);
     desk_.SetTitle(levels_.Level().Name());
@@ -98,9 +103,9 @@ void SolveControl::SearchEnded(SolveReport report) {
         desk_.Screen.Progress = report.Counters.BucketCnt;
         desk_.Screen.Debug = "Pos.Count = " + B(report.Counters.BucketCnt) +
                              (report.MovesProved ? "; fewest moves proved" : "");
-        const std::string fault = report.Fault;
-        solution_.Take(std::move(report), levels_.Folder());
-        if (!fault.empty()) desk_.Say(fault);  // what the search found holds all the same
+        solution_.Take(report, levels_.Folder());
+        if (!report.Fault.empty())
+            desk_.Say(report.Fault);  // what the search found holds all the same
         return;
     }
     if (!report.Fault.empty()) {  // the search can't go on, but the program can
@@ -111,14 +116,15 @@ void SolveControl::SearchEnded(SolveReport report) {
     if (report.Refused()) {
         desk_.Fire(Event::CheckFailed);
         desk_.ClearLabels();
-        if (report.Code == Result::TooManyBoxes) OfferBlocks(report.Request.Level);
+        if (report.Code == Result::TooManyBoxes && !desk_.Screen.SolvingAll)
+            OfferBlocks(report.Request.Level);
         return;
     }
     desk_.Screen.Progress = report.Counters.BucketCnt;
     desk_.Screen.Debug = "Pos.Count = " + B(report.Counters.BucketCnt);
     const bool full = report.Code == Result::OutOfMemory;
     desk_.Fire(full ? Event::MemoryRanOut : Event::EndedWithout);
-    if (full) OfferMemory();
+    if (full && !desk_.Screen.SolvingAll) OfferMemory();
 }
 
 // The box limit is a size like the others: who has a level with more may go on at once.

@@ -36,6 +36,9 @@ class SolveControl {
     // Once a second while a solve runs.
     void WatchTick();
 
+    // Hears of the end of a solve, when the window shows it.
+    std::function<void(const SolveReport&)> OnEnded;
+
     // From the search.
     void SearchSaid(const MessageLines& lines);
     void SearchCame(const SolveProgress& progress);
@@ -44,6 +47,7 @@ class SolveControl {
 
   private:
     void ShowElapsed();
+    void ShowEnd(const SolveReport& report);
     void OfferBlocks(const Board& level);
     void OfferMemory();
 

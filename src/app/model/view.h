@@ -16,7 +16,7 @@ enum class Place : std::uint8_t { NextButton, TextBox, Cancel, Apply, Memory, Bl
 enum class Choices : std::uint8_t { OkCancel, YesNo, SaveDiscardCancel };
 enum class Choice : std::uint8_t { Yes, No, Cancel };  // OK and Save are Yes, Discard is No
 
-enum class FileKind : std::uint8_t { Level, Solution };
+enum class FileKind : std::uint8_t { Level, Solution, Collection };
 
 class View {
   public:

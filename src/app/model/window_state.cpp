@@ -47,7 +47,7 @@ constexpr Transition kTransitions[] = {
     {In(Solving), EndedWithout, Ready},
     {In(Solving), MemoryRanOut, OutOfMemory},
     {In(OutOfMemory), MemoryLeft, Ready},
-    {In(Solving), SolutionFound, Solved},
+    {In(Solving, Ready), SolutionFound, Solved},
 
     {kStill, TextAsked, ShowingText},
     {In(ShowingText) | kStill, SetAside, Solved},

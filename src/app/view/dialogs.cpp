@@ -68,16 +68,24 @@ std::optional<std::string> AskForOpenFile(QWidget* parent, const std::string& fo
 
 std::optional<std::string> AskForSaveFile(QWidget* parent, FileKind kind, const std::string& folder,
                                           const std::string& name) {
-    const bool solution = kind == FileKind::Solution;
-    FileDialog dialog(parent, solution ? QObject::tr("Save Solution") : QObject::tr("Save Level"),
-                      FromPath(folder));
-    dialog.setObjectName(solution ? QStringLiteral("dlgSaveSolution")
-                                  : QStringLiteral("dlgSaveLevel"));
+    struct Look {
+        QString Title, Name, Suffix, Filter;
+    };
+    const Look look =
+        kind == FileKind::Solution
+            ? Look{QObject::tr("Save Solution"), QStringLiteral("dlgSaveSolution"),
+                   QStringLiteral("sol"), QObject::tr("Sokoban Solution (*.sol)")}
+        : kind == FileKind::Level
+            ? Look{QObject::tr("Save Level"), QStringLiteral("dlgSaveLevel"), QStringLiteral("xsb"),
+                   QObject::tr("Sokoban Levels (*.xsb)")}
+            : Look{QObject::tr("Save Collection"), QStringLiteral("dlgSaveCollection"),
+                   QStringLiteral("sok"), QObject::tr("Sokoban Collections (*.sok *.xsb *.txt)")};
+    FileDialog dialog(parent, look.Title, FromPath(folder));
+    dialog.setObjectName(look.Name);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setDefaultSuffix(solution ? QStringLiteral("sol") : QStringLiteral("xsb"));
-    dialog.setNameFilter(solution ? QObject::tr("Sokoban Solution (*.sol)")
-                                  : QObject::tr("Sokoban Levels (*.xsb)"));
+    dialog.setDefaultSuffix(look.Suffix);
+    dialog.setNameFilter(look.Filter);
     return Chosen(dialog.Ask(FromPath(name)));
 }
 

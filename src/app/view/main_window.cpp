@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
+#include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QGridLayout>
 #include <QMimeData>
@@ -16,6 +17,7 @@
 #include "app/view/command_column.h"
 #include "app/view/dialogs.h"
 #include "app/view/help_window.h"
+#include "app/view/level_list.h"
 #include "app/view/menus.h"
 #include "app/view/palette_view.h"
 #include "app/view/plain_text.h"
@@ -51,6 +53,8 @@ MainWindow::MainWindow(const std::string& program, const std::filesystem::path& 
       text_(new TextBox(boardArea_)),
       column_(new CommandColumn(this)),
       status_(new StatusView(this)),
+      list_(new LevelList(this)),
+      dock_(new QDockWidget(tr("Levels"), this)),
       watch_(new QTimer(this)),
       anim_(new QTimer(this)),
       search_(std::make_unique<SearchThread>(nullptr)) {
@@ -58,6 +62,7 @@ MainWindow::MainWindow(const std::string& program, const std::filesystem::path& 
     setObjectName(QStringLiteral("Form1"));
     setAcceptDrops(true);
     MakeTimers();
+    MakeList();
     LayOut();
     Connect();
     MakeShortcuts();
@@ -82,6 +87,48 @@ void MainWindow::MakeTimers() {
     anim_->setInterval(kAnimMs);
     connect(anim_, &QTimer::timeout, this,
             [this] { Run([](Model& m) { m.Solution.AnimTick(); }); });
+}
+
+// The list stands left of the board while there is one, and can be closed or moved.
+void MainWindow::MakeList() {
+    dock_->setObjectName(QStringLiteral("dckLevels"));
+    dock_->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetFloatable);
+    dock_->setWidget(list_);
+    dock_->hide();
+    addDockWidget(Qt::LeftDockWidgetArea, dock_);
+    connect(list_, &LevelList::LevelChosen, this,
+            [this](int row) { Run([=](Model& m) { m.Album.Choose(row); }); });
+    connect(list_, &LevelList::SolveAllClicked, this,
+            [this] { Run([](Model& m) { m.Album.SolveAll(); }); });
+    connect(list_, &LevelList::Closed, this,
+            [this] { Run([](Model& m) { m.Album.ShowList(false); }); });
+}
+
+// Thousands of rows are shown once; after that only marks change.
+void MainWindow::ShowList(const Screen& screen) {
+    const bool same = shownList_ && screen.List && shownList_->size() == screen.List->size() &&
+                      std::equal(shownList_->begin(), shownList_->end(), screen.List->begin(),
+                                 [](const ListRow& a, const ListRow& b) {
+                                     return a.Title == b.Title && a.BoardText == b.BoardText;
+                                 });
+    if (screen.List && shownList_ != screen.List) {
+        std::vector<LevelRow> rows;
+        for (const ListRow& row : *screen.List) {
+            const int index = static_cast<int>(&row - screen.List->data());
+            if (same) {
+                list_->Mark(index, row.Mark, row.Solved);
+            } else {
+                rows.push_back({row.Title, row.BoardText, row.Mark, row.Solved});
+            }
+        }
+        if (!same) list_->Show(std::move(rows), screen.ListChosen);
+        shownList_ = screen.List;
+    }
+    if (screen.ListChosen >= 0 && list_->Chosen() != screen.ListChosen) {
+        list_->Choose(screen.ListChosen);
+    }
+    list_->ShowSolvingAll(screen.SolvingAll);
+    dock_->setVisible(screen.ListVisible);
 }
 
 // The text box lies over the board and takes its place while it is shown.
@@ -184,6 +231,7 @@ void MainWindow::Show(const Screen& screen) {
     text_->Show(screen);
     column_->Show(screen);
     status_->Show(screen);
+    ShowList(screen);
     const auto run = [](QTimer* timer, bool on) {
         if (on && !timer->isActive()) timer->start();
         if (!on) timer->stop();

@@ -8,6 +8,7 @@
 #include "app/model/model.h"
 #include "app/model/view.h"
 
+class QDockWidget;
 class QTimer;
 
 namespace kavit {
@@ -15,6 +16,7 @@ namespace kavit {
 class BoardView;
 class CommandColumn;
 class HelpWindow;
+class LevelList;
 class Menus;
 class SearchThread;
 class StatusView;
@@ -41,6 +43,8 @@ class MainWindow : public QMainWindow, private View {
 
   private:
     void MakeTimers();
+    void MakeList();
+    void ShowList(const Screen& screen);
     void LayOut();
     void Connect();
     void MakeShortcuts();
@@ -71,6 +75,9 @@ class MainWindow : public QMainWindow, private View {
     TextBox* text_;
     CommandColumn* column_;
     StatusView* status_;
+    LevelList* list_;
+    QDockWidget* dock_;
+    std::shared_ptr<const std::vector<ListRow>> shownList_;
     QTimer* watch_;
     QTimer* anim_;
     HelpWindow* help_ = nullptr;

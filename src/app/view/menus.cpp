@@ -82,8 +82,32 @@ void Menus::MakeFile() {
         [](Model& m) { m.Levels.Step(-1); }, Qt::CTRL | Qt::Key_PageUp);
     file->addSeparator();
     AddEntry(
-        file, "mnuSave"_L1, tr("&Save Configuration"), tr("Keep the settings for next time"),
-        [](Model& m) { m.Settings.Save(); }, QKeySequence::Save);
+        file, "mnuSaveLevel"_L1, tr("Sa&ve Level"), tr("Write the level into its file"),
+        [](Model& m) { m.Levels.Save(); }, QKeySequence::Save);
+    AddEntry(
+        file, "mnuSaveLevelAs"_L1, tr("Save Level &As"), tr("Write the level into another file"),
+        [](Model& m) { m.Levels.SaveAs(); }, Qt::CTRL | Qt::SHIFT | Qt::Key_S);
+    AddEntry(file, "mnuSaveSolution"_L1, tr("Save Sol&ution"), tr("Write the solution file"),
+             [](Model& m) { m.Solution.Save(m.Levels.Folder()); });
+    AddEntry(file, "mnuSaveCollection"_L1, tr("Save Collec&tion"),
+             tr("Write the listed levels with the solutions that are known"),
+             [](Model& m) { m.Album.Save(); });
+    file->addSeparator();
+    AddEntry(
+        file, "mnuLevelList"_L1, tr("List o&f Levels"), tr("Show or hide the list of levels"),
+        [](Model& m) { m.Album.Toggle(); }, Qt::CTRL | Qt::Key_L);
+    AddEntry(
+        file, "mnuNextUnsolved"_L1, tr("Next Unsolve&d"), tr("The next level without a mark"),
+        [](Model& m) { m.Album.NextUnsolved(); }, Qt::CTRL | Qt::SHIFT | Qt::Key_PageDown);
+    AddEntry(file, "mnuSolveAll"_L1, tr("Solve t&he List"),
+             tr("Solve all levels of the list that have no mark; again to stop"),
+             [](Model& m) { m.Album.SolveAll(); });
+    AddEntry(file, "mnuKnown"_L1, tr("Show &Known Solution"),
+             tr("The solution that the list has for this level, without a search"),
+             [](Model& m) { m.Album.ShowKnown(); });
+    file->addSeparator();
+    AddEntry(file, "mnuSave"_L1, tr("&Save Configuration"), tr("Keep the settings for next time"),
+             [](Model& m) { m.Settings.Save(); });
     file->addSeparator();
     AddEntry(file, "mnuEditBoard"_L1, tr("&Edit Board"), tr("Draw on the board"),
              [](Model& m) { m.Editor.Open(); })

@@ -1,0 +1,122 @@
+#include "app/model/album_control.h"
+
+#include "level/refusal.h"
+#include "output/atomic_file.h"
+#include "output/number_text.h"
+#include "output/recorded_solution.h"
+
+namespace kavit {
+namespace {
+
+std::string MarkOf(const RecordedSolution& solution) {
+    return B(solution.Pushes) + "/" + B(solution.Moves);
+}
+
+}  // namespace
+
+void AlbumControl::Choose(int row) {
+    levels_.ChooseEntry(row);
+}
+
+void AlbumControl::NextUnsolved() {
+    const Album& album = levels_.List();
+    const auto row = album.NextUnsolved(album.Chosen + 1);
+    if (!row) return desk_.Say("No more unsolved levels");
+    levels_.ChooseEntry(*row);
+}
+
+void AlbumControl::SolveAll() {
+    if (desk_.Screen.SolvingAll) return solve_.Stop();
+    if (desk_.Refused(Need::Levels)) return;
+    desk_.Screen.SolvingAll = true;
+    SolveNext(0);
+}
+
+// Every level keeps its mark when it cannot be solved, so that the run comes to an end.
+void AlbumControl::SolveNext(int from) {
+    const auto row = levels_.List().NextUnsolved(from);
+    if (!row || !levels_.ChooseEntry(*row)) return EndSolvingAll();
+    if (levels_.Level().Bad) {
+        levels_.List().Entries[static_cast<std::size_t>(*row)].Mark = "can't be read";
+        levels_.ShowList();
+        return SolveNext(*row + 1);
+    }
+    solve_.Start();
+}
+
+void AlbumControl::EndSolvingAll() {
+    desk_.Screen.SolvingAll = false;
+}
+
+void AlbumControl::Ended(const SolveReport& report) {
+    Album& album = levels_.List();
+    if (album.Chosen < 0 || levels_.Level().Built()) return EndSolvingAll();
+    AlbumEntry& entry = album.Entries[static_cast<std::size_t>(album.Chosen)];
+    const bool stopped = report.Cause == StopCause::User;
+    if (!stopped || report.HasSolution()) Mark(entry, report);
+    levels_.ShowList();
+    if (!desk_.Screen.SolvingAll) return;
+    if (stopped) return EndSolvingAll();
+    SolveNext(album.Chosen + 1);
+}
+
+// The better of two solutions stays: fewer pushes, then fewer moves.
+void AlbumControl::Mark(AlbumEntry& entry, const SolveReport& report) {
+    if (!report.HasSolution()) {
+        const auto reasons = WhyRefused(report.Request.Level);
+        entry.Mark = report.Code == Result::NoSolution    ? "no solution"
+                     : report.Code == Result::OutOfMemory ? "out of memory"
+                     : report.Code == Result::Stopped     ? "time out"
+                     : reasons.empty()                    ? "refused"
+                                                          : reasons.front().Text;
+        return;
+    }
+    const Board& board = report.Request.Level;
+    const RecordedSolution known = PlayRecorded(board, entry.Level.Solution);
+    if (!entry.Level.Solution.empty()) desk_.Screen.Details = RecordedText(known, report);
+    const KeptSolution& found = *report.Kept[1];
+    const bool better = !known.Solves || found.SolPushes < known.Pushes ||
+                        (found.SolPushes == known.Pushes && found.SolMoves < known.Moves);
+    if (better) entry.Level.Solution = found.SolString;
+    entry.Mark = MarkOf(PlayRecorded(board, entry.Level.Solution));
+    entry.Solved = true;
+}
+
+void AlbumControl::ShowKnown() {
+    if (desk_.Refused(Need::Levels)) return;
+    const Album& album = levels_.List();
+    if (album.Chosen < 0 || levels_.Level().Built()) return desk_.Say("Nothing to Show");
+    const AlbumEntry& entry = album.Entries[static_cast<std::size_t>(album.Chosen)];
+    if (entry.Level.Solution.empty()) return desk_.Say("Nothing to Show");
+    const Board& board = levels_.Level().Board;
+    const RecordedSolution known = PlayRecorded(board, entry.Level.Solution);
+    if (!known.Solves) {
+        return desk_.Say("The recorded solution does not solve the level: " + known.Wrong);
+    }
+    levels_.Restart();
+    SolveReport report;
+    report.Request.Level = board;
+    report.Request.LevelName = levels_.Level().Name();
+    report.Kept[0] = KeptSolution{.SolMoves = static_cast<int>(known.Moves),
+                                  .SolPushes = static_cast<int>(known.Pushes),
+                                  .SolString = entry.Level.Solution};
+    report.Kept[1] = report.Kept[0];
+    desk_.Fire(Event::SolutionFound);
+    desk_.PutLines({"Recorded solution: " + S(known.Moves) + "/" + B(known.Pushes), ""});
+    solution_.Show(std::move(report));
+}
+
+void AlbumControl::Save() {
+    const Album& album = levels_.List();
+    if (album.Entries.empty()) return desk_.Say("There is no list of levels");
+    std::string name = album.Path.filename().string();
+    if (album.Folder() || name.empty()) name += ".sok";
+    const auto answer =
+        desk_.Window().AskSaveFile(FileKind::Collection, levels_.Folder().string(), name);
+    if (!answer || answer->empty()) return;
+    const std::string fault = WriteWholeFile(*answer, CollectionText(album.ToCollection()));
+    if (!fault.empty()) return desk_.Say(fault);
+    desk_.Screen.Right = "The levels are written with their solutions";
+}
+
+}  // namespace kavit
