@@ -25,6 +25,10 @@ TEST(Fuzz, ShortRunFindsNothing) {
     EXPECT_GE(tally.Solvable, 80) << tally.Text();
     EXPECT_GE(tally.Unsolvable, 30) << tally.Text();
     EXPECT_GE(tally.Proved, 20) << tally.Text();
+    EXPECT_GE(tally.FewestProved, 20) << tally.Text();
+    EXPECT_GE(tally.FewestBetter, 2) << tally.Text();
+    EXPECT_GE(tally.FewestStopped, 1) << tally.Text();
+    EXPECT_GE(tally.FewestFull, 1) << tally.Text();
     for (const int result : {0, 1, 2, 3, 4, 8, 9, 14})
         EXPECT_GT(tally.Results[result], 0) << result << " of " << tally.Text();
 }

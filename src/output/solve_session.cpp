@@ -31,7 +31,8 @@ SolveReport SolveSession::Run(const SolveRequest& request, SolveObserver& observ
     Start(request);
     if (Guarded(report, [&] { Search(report); })) {
         if (report.Code == Result::Ok) (void)Guarded(report, [&] { Improve(report); });
-        (void)Guarded(report, [&] { Assemble(report); });
+        if (Guarded(report, [&] { Assemble(report); }) && report.Code == Result::Ok)
+            (void)Guarded(report, [&] { SeekFewest(report); });
     }
     watch_.Finish(clock_.Now());
     Conclude(report);
@@ -117,6 +118,23 @@ void SolveSession::Assemble(SolveReport& report) {
     report.Kept = {solver_.Kept(0), solver_.Kept(1)};
     report.PushesProved = report.Kept[1]->SolPushes == report.PushesLowerBound;
     if (report.Code == Result::Stopped) report.LastMsg = Result::StoppedWithSolution;
+}
+
+// Every solution stands, so only the way it ended can change what is said of the solve.
+void SolveSession::SeekFewest(SolveReport& report) {
+    if (report.Request.Options.OptLevel < OptLevel::FewestOfAll) return;
+    if (report.Cause != StopCause::No && report.Cause != StopCause::Memory) return;
+    const Result result = solver_.FewestMoves(*this);
+    report.Kept[0] = solver_.Kept(0);
+    report.MovesLowerBound = solver_.Counters().MovesLowerBound;
+    report.FewestMovesProved = solver_.Counters().FewestMovesProved;
+    if (result == Result::OutOfMemory) {
+        report.Cause = StopCause::Memory;
+        report.LastMsg = Result::OutOfMemoryWithSolution;
+    } else if (result == Result::Stopped) {
+        report.Cause = StopSea;
+        report.LastMsg = Result::StoppedWithSolution;
+    }
 }
 
 void SolveSession::Conclude(SolveReport& report) {

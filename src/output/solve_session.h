@@ -74,6 +74,7 @@ class SolveSession final : private SolverHooks {
     void Search(SolveReport& report);
     void Improve(SolveReport& report);
     void Assemble(SolveReport& report);
+    void SeekFewest(SolveReport& report);
     void Conclude(SolveReport& report);
 
     Solver& solver_;

@@ -6,6 +6,7 @@
 
 #include "level/replay.h"
 #include "solver/moves/build_solution.h"
+#include "solver/moves/fewest_moves.h"
 #include "solver/moves/optimize_moves.h"
 #include "solver/moves/prove_moves.h"
 #include "solver/search/recount.h"
@@ -42,9 +43,11 @@ struct Solver::State : SearchState {
     Board Start;  // as it was analysed, for the replay
     std::unique_ptr<kavit::Expander> Expander;
     bool Analysed = false;
+    bool Lent = false;  // the store's memory, to the search for the fewest moves
 
     // False: there is not so much memory, and the old sizes are in force, or none at all.
     bool Resize(const kavit::Sizes& fields);
+    void Finish(KeptSolution& kept, const BuiltSolution& built) const;
 };
 
 Solver::Solver() : Solver(MachineMemory()) {}
@@ -103,6 +106,7 @@ Result Solver::AnalyseBoard(const Board& board, const SolverOptions& options) {
     state_->Options = options;
     state_->Start = board;
     state_->Analysed = false;
+    state_->Lent = false;
     state_->Expander.reset();
     InitSearchCounters(*state_);
     const Result result = kavit::AnalyseBoard(board, state_->Store.Blocks(), state_->Arrays);
@@ -144,20 +148,54 @@ Result Solver::OptimizeMoves(SolverHooks& hooks) {
     return result == Result::Stopped ? result : Result::GoOn;
 }
 
+// Writes the string and plays it by the rules of the board.
+void Solver::State::Finish(KeptSolution& kept, const BuiltSolution& built) const {
+    kept.SolString = built.SolBuild;
+    const ReplayOutcome replay = Replay(Start, kept.SolString);
+    if (!replay.Solved || replay.Moves != kept.SolMoves || replay.Pushes != kept.SolPushes)
+        throw SolverFault("Internal error: a solution of " + std::to_string(kept.SolMoves) +
+                          " moves and " + std::to_string(kept.SolPushes) +
+                          " pushes does not replay on the board");
+}
+
 void Solver::BuildSolutions() {
     for (auto& known : state_->Kept) {
         if (!known) throw SolverFault("No solution is known that could be built");
-        KeptSolution& kept = *known;
-        const BuiltSolution built = BuildSolution(state_->Arrays, state_->Store, kept.SolSteps);
-        kept.SolString = built.SolBuild;
-        const ReplayOutcome replay = Replay(state_->Start, kept.SolString);
-        if (!replay.Solved || replay.Moves != kept.SolMoves || replay.Pushes != kept.SolPushes)
-            throw SolverFault("Internal error: a solution of " + std::to_string(kept.SolMoves) +
-                              " moves and " + std::to_string(kept.SolPushes) +
-                              " pushes does not replay on the board");
+        state_->Finish(*known, BuildSolution(state_->Arrays, state_->Store, known->SolSteps));
     }
     if (state_->Kept[0]->SolMoves == state_->Kept[1]->SolMoves)
         state_->Kept[1]->SolString = state_->Kept[0]->SolString;
+}
+
+Result Solver::FewestMoves(SolverHooks& hooks) {
+    if (state_->Options.OptLevel < OptLevel::FewestOfAll) return Result::GoOn;
+    std::optional<KeptSolution>& best = state_->Kept[0];
+    if (!best || best->SolString.empty())
+        throw SolverFault("The search for the fewest moves begins at a solution that was built");
+    SearchCounters& counters = state_->Counters;
+    const Stopwatch watch(counters.FewestSeconds);
+    state_->Lent = true;
+    // Every push is a move.
+    counters.MovesLowerBound = state_->Kept[1]->SolPushes;
+    FewestAnswer answer;
+    try {
+        answer = SearchFewestMoves(state_->Arrays, state_->Store.Lend(), best->SolMoves, hooks);
+    } catch (const std::bad_alloc&) {
+        return Result::OutOfMemory;
+    }
+    counters.FewestPositions = answer.Positions;
+    counters.FewestOffers = answer.Offers;
+    counters.MovesLowerBound = std::max<std::int64_t>(counters.MovesLowerBound, answer.LowerBound);
+    counters.FewestMovesProved = answer.Moves == counters.MovesLowerBound;
+    if (answer.Pushes.empty()) return answer.Code;
+    KeptSolution found = *best;
+    found.SolMoves = answer.Moves;
+    found.SolPushes = static_cast<int>(answer.Pushes.size());
+    found.SolPhase = 2;
+    found.SolSteps.clear();
+    state_->Finish(found, BuildSolution(state_->Arrays, answer.Pushes));
+    best = found;
+    return answer.Code;
 }
 
 const std::optional<KeptSolution>& Solver::Kept(int k) const {
@@ -169,6 +207,8 @@ const SearchCounters& Solver::Counters() const {
 }
 
 StoredPosition Solver::Position(std::int64_t pos) const {
+    if (state_->Lent)
+        throw SolverFault("The positions have made room for the search for the fewest moves");
     if (pos < 1 || pos > state_->Counters.BucketCnt)
         throw SolverFault("There is no position " + std::to_string(pos) + ": " +
                           std::to_string(state_->Counters.BucketCnt) + " are stored");

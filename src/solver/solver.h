@@ -63,6 +63,12 @@ class Solver {
     // of the board. Throws SolverFault when a string does not replay.
     void BuildSolutions();
 
+    // After BuildSolutions: the fewest moves of any solution, whatever its pushes, and their proof.
+    // GoOn: finished, or nothing to do below OptLevel FewestOfAll; OutOfMemory; Stopped. Solution 0
+    // becomes the better one where one is found, and MovesLowerBound says what is proved, however it
+    // ends. The positions of the search have to make room.
+    [[nodiscard]] Result FewestMoves(SolverHooks& hooks);
+
     [[nodiscard]] const std::optional<KeptSolution>& Kept(int k) const;  // k = 0, 1
     [[nodiscard]] const SearchCounters& Counters() const;
 

@@ -94,7 +94,13 @@ struct SearchCounters {
     double SearchSeconds = 0;
     double PassSeconds = 0;    // optimizer pass
     double ProofSeconds = 0;   // proof of the fewest moves
+    double FewestSeconds = 0;  // search for the fewest moves of all
     bool MovesProved = false;  // solution 1 has the fewest moves that its pushes allow
+    // Of the search for the fewest moves of all.
+    std::int64_t FewestPositions = 0;  // stored
+    std::int64_t FewestOffers = 0;     // looked up
+    std::int64_t MovesLowerBound = 0;  // no solution has fewer moves; 0: nothing is known
+    bool FewestMovesProved = false;    // no solution has fewer moves than solution 0
 };
 
 // A position as the store holds it, its squares as cells of the board.

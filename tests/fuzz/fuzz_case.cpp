@@ -77,7 +77,7 @@ FuzzSolve RandomSolve(Random& random) {
     Question& ask = solve.Ask;
     ask.NumPos = kStores[random.Pick(0, std::size(kStores) - 1)];
     ask.Blocks = random.Percent(90) ? 8 : random.Pick(1, 5);
-    ask.OptLevel = random.Percent(40) ? 3 : random.Pick(0, 3);
+    ask.OptLevel = random.Percent(40) ? 4 : random.Pick(0, 4);
     ask.OptSpecial = random.Percent(30);
     ask.SeaType = random.Percent(60) ? 0 : random.Pick(1, 2);
     ask.HashCase = random.Percent(50) ? 0 : random.Pick(1, kMixed);

@@ -31,7 +31,9 @@ std::string PassText(const Solver& solver, Result pass) {
          << c.PosChanged << ", PosDiscarded " << c.PosDiscarded << ", nSol " << c.nSol << "/"
          << c.nSolSearch << ", HashCnt " << c.HashCnt << ", RHashCnt " << c.RHashCnt << ", levels "
          << c.ForwLevel << "/" << c.BackLevel << ", OptimumPushes " << c.OptimumPushes
-         << ", MovesProved " << c.MovesProved;
+         << ", MovesProved " << c.MovesProved << ", fewest of all: " << c.FewestMovesProved
+         << ", at least " << c.MovesLowerBound << ", " << c.FewestPositions << "/"
+         << c.FewestOffers;
     for (const int k : {0, 1}) {
         const KeptSolution& kept = solver.Kept(k).value();
         text << ", kept " << kept.SolMoves << "/" << kept.SolPushes << " phase " << kept.SolPhase
@@ -40,13 +42,37 @@ std::string PassText(const Solver& solver, Result pass) {
     return text.str();
 }
 
+// The search for the fewest moves of all, and what can be said of it without knowing the level.
+std::string SeekFewest(Solver& solver, const FuzzSolve& solve, FuzzTally& tally) {
+    StopAt hooks(solve.StopPassAfter);
+    const int before = solver.Kept(0)->SolMoves;
+    const Result result = solver.FewestMoves(hooks);
+    const SearchCounters& c = solver.Counters();
+    const std::string text = "\n" + PassText(solver, result);
+    const std::string fault = KeptFault(solver, solve.Ask.Level);
+    Require(fault.empty(), fault.substr(0, fault.find(':')), fault);
+    const int moves = solver.Kept(0)->SolMoves;
+    Require(c.MovesLowerBound > 0 && c.MovesLowerBound <= moves && moves <= before,
+            "fewer moves than there can be, or more than before", text);
+    Require(c.FewestMovesProved == (c.MovesLowerBound == moves) &&
+                (c.FewestMovesProved || result != Result::GoOn),
+            "FewestMovesProved where it is not due, or the other way round", text);
+    Require(result != Result::Stopped || solve.StopPassAfter != 0,
+            "the search for the fewest moves stopped by itself", text);
+    tally.FewestProved += c.FewestMovesProved ? 1 : 0;
+    tally.FewestFull += result == Result::OutOfMemory ? 1 : 0;
+    tally.FewestStopped += result == Result::Stopped ? 1 : 0;
+    tally.FewestBetter += moves < before ? 1 : 0;
+    return text;
+}
+
 // The optimizer, the strings and what can be said of them without knowing the level.
 std::string Finish(Solver& solver, const FuzzSolve& solve, const Figures& search,
                    FuzzTally& tally) {
     StopAt hooks(solve.StopPassAfter);
     const Result pass = solver.OptimizeMoves(hooks);
     solver.BuildSolutions();
-    const std::string text = PassText(solver, pass);
+    std::string text = PassText(solver, pass);
     const SearchCounters& c = solver.Counters();
     const std::string fault = KeptFault(solver, solve.Ask.Level);
     Require(fault.empty(), fault.substr(0, fault.find(':')), fault);
@@ -54,7 +80,7 @@ std::string Finish(Solver& solver, const FuzzSolve& solve, const Figures& search
                 solver.Kept(1)->SolMoves <= search.SolMoves[1] &&
                 solver.Kept(1)->SolPushes == search.SolPushes[1],
             "the optimizer lost a better solution", text);
-    Require(c.MovesProved == (solve.Ask.OptLevel == 3 && pass == Result::GoOn),
+    Require(c.MovesProved == (solve.Ask.OptLevel >= 3 && pass == Result::GoOn),
             "MovesProved where it is not due, or the other way round", text);
     if (solve.Ask.OptLevel < 2) {
         Require(pass == Result::GoOn && c.BucketCnt == search.BucketCnt && c.nSolSearch == 0,
@@ -75,6 +101,7 @@ std::string Finish(Solver& solver, const FuzzSolve& solve, const Figures& search
             Require(false, "a result that the optimizer does not have", text);
     }
     tally.Proved += c.MovesProved ? 1 : 0;
+    if (solve.Ask.OptLevel == 4) text += SeekFewest(solver, solve, tally);
     return text;
 }
 
@@ -103,6 +130,15 @@ void CompareWithOracle(const Solver& solver, const Figures& search, const Oracle
     if (solver.Counters().MovesProved)
         Require(kept.SolMoves == truth.Moves, "proved, but not the fewest moves",
                 PassText(solver, Result::GoOn) + "; " + detail);
+}
+
+void CompareMoves(const Solver& solver, const Board& level) {
+    const OracleAnswer truth = AskMovesOracle(level, kOracleStates);
+    if (truth.Verdict == OracleVerdict::TooBig) return;
+    const std::string detail =
+        PassText(solver, Result::GoOn) + "; the game: " + std::to_string(truth.Moves) + " moves";
+    Require(solver.Counters().MovesLowerBound <= truth.Moves, "a bound above the truth", detail);
+    Require(solver.Kept(0)->SolMoves >= truth.Moves, "fewer moves than there can be", detail);
 }
 
 std::int64_t& CountOf(OracleVerdict verdict, FuzzTally& tally) {
@@ -136,6 +172,7 @@ std::string SolveAndCheck(Solver& solver, const FuzzSolve& solve, FuzzTally& tal
         const OracleAnswer truth = AskOracle(solve.Ask.Level, kOracleStates);
         ++CountOf(truth.Verdict, tally);
         CompareWithOracle(solver, search, truth);
+        if (solver.Counters().MovesLowerBound > 0) CompareMoves(solver, solve.Ask.Level);
     }
     return text;
 }
@@ -161,7 +198,9 @@ std::string FuzzTally::Text() const {
     text << "; by the whole game: " << Solvable << " solvable, " << Unsolvable << " not, " << TooBig
          << " too big; " << TwinAgreed << " counted by the twin; " << Proved
          << " proofs of the fewest moves; passes stopped: " << PassesStopped
-         << ", out of memory: " << PassesFull;
+         << ", out of memory: " << PassesFull << "; the fewest moves of all proved " << FewestProved
+         << " times, " << FewestBetter << " better; stopped: " << FewestStopped
+         << ", out of memory: " << FewestFull;
     return text.str();
 }
 

@@ -19,6 +19,10 @@ struct FuzzTally {
     std::int64_t Proved = 0;              // fewest moves compared with the oracle's
     std::int64_t PassesStopped = 0;
     std::int64_t PassesFull = 0;
+    std::int64_t FewestProved = 0;  // fewest moves of all compared with the oracle's
+    std::int64_t FewestBetter = 0;
+    std::int64_t FewestStopped = 0;
+    std::int64_t FewestFull = 0;
 
     [[nodiscard]] std::string Text() const;
 };

@@ -109,7 +109,7 @@ Figures Ask(PlainTwin& twin, const Question& question) {
         ++yields;
         if (--left == 0) twin.StopSea = true;
     };
-    twin.OptLevel = question.OptLevel;
+    twin.OptLevel = std::min(question.OptLevel, 3);  // the levels above it search like it
     twin.SeaType = question.SeaType;
     twin.HashCase = question.HashCase == kMixed ? 0 : question.HashCase;
     Figures f = FiguresOf(twin.Solve(question.Level), twin);

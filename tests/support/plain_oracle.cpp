@@ -14,7 +14,7 @@ namespace {
 
 // Two bytes a cell: the man first, then the boxes in order.
 using State = std::u16string;
-using Cost = std::pair<int, int>;  // pushes, moves
+using Cost = std::pair<int, int>;  // what counts first, and what counts then
 
 struct Rules {
     explicit Rules(const Board& level) : board(level) {}
@@ -62,9 +62,7 @@ struct Rules {
     }
 };
 
-}  // namespace
-
-OracleAnswer AskOracle(const Board& board, std::size_t maxStates) {
+OracleAnswer Play(const Board& board, std::size_t maxStates, bool movesFirst) {
     const Rules rules(board);
     using Entry = std::tuple<Cost, State>;
     std::priority_queue<Entry, std::vector<Entry>, std::greater<>> open;
@@ -76,13 +74,17 @@ OracleAnswer AskOracle(const Board& board, std::size_t maxStates) {
         const auto [cost, state] = open.top();
         open.pop();
         if (cost > best[state]) continue;
-        if (rules.Solved(state)) return {OracleVerdict::Solvable, cost.first, cost.second};
+        if (rules.Solved(state))
+            return {OracleVerdict::Solvable, movesFirst ? cost.second : cost.first,
+                    movesFirst ? cost.first : cost.second};
         if (best.size() > maxStates) return {OracleVerdict::TooBig, 0, 0};
         State next;
         bool pushed = false;
         for (const int dir : Dir) {
             if (!rules.Step(state, dir, next, pushed)) continue;
-            const Cost reached{cost.first + (pushed ? 1 : 0), cost.second + 1};
+            const int push = pushed ? 1 : 0;
+            const Cost reached{cost.first + (movesFirst ? 1 : push),
+                               cost.second + (movesFirst ? push : 1)};
             const auto [entry, isNew] = best.try_emplace(next, reached);
             if (!isNew && reached >= entry->second) continue;
             entry->second = reached;
@@ -90,6 +92,16 @@ OracleAnswer AskOracle(const Board& board, std::size_t maxStates) {
         }
     }
     return {OracleVerdict::Unsolvable, 0, 0};
+}
+
+}  // namespace
+
+OracleAnswer AskOracle(const Board& board, std::size_t maxStates) {
+    return Play(board, maxStates, false);
+}
+
+OracleAnswer AskMovesOracle(const Board& board, std::size_t maxStates) {
+    return Play(board, maxStates, true);
 }
 
 }  // namespace kavit::test

@@ -19,4 +19,7 @@ struct OracleAnswer {
 // states.
 OracleAnswer AskOracle(const Board& board, std::size_t maxStates = 400000);
 
+// The same for the fewest man moves of all solutions, Moves; Pushes are the fewest with so few.
+OracleAnswer AskMovesOracle(const Board& board, std::size_t maxStates = 400000);
+
 }  // namespace kavit::test

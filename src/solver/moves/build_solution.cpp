@@ -70,18 +70,21 @@ int DirectionOf(const MovedBox& moved) {
 
 }  // namespace
 
-BuiltSolution BuildSolution(const BoardArrays& arrays, const PositionStore& store,
-                            const std::vector<std::int32_t>& solSteps) {
+BuiltSolution BuildSolution(const BoardArrays& arrays, const std::vector<BoxPush>& pushes) {
     BuiltSolution built;
-    Cells before = BoardOf(arrays, store, 1);
+    Cells board = arrays.EmptyBoard;
+    for (int c = arrays.FirstIn; c <= arrays.LastIn; ++c)
+        if (arrays.Inside(c) && BoardArrays::At(arrays.BoxStart, c) != 0)
+            board[static_cast<std::size_t>(c)] = 2;
     int man = arrays.ManStart;
-    for (std::size_t k = 1; k < solSteps.size() && solSteps[k] >= 0; ++k) {
-        const Cells after = BoardOf(arrays, store, solSteps[k]);
-        const MovedBox moved = FindMovedBox(before, after);
-        const int stand = moved.From - Dir[static_cast<std::size_t>(DirectionOf(moved))];
-        if (BoardArrays::At(before, stand) != 0) BrokenChain();
-        std::array<int, kCells> distance = ManDistances(before, stand);
-        distance[static_cast<std::size_t>(moved.From)] = 0;
+    for (const BoxPush& push : pushes) {
+        const int step = Dir[static_cast<std::size_t>(push.Direction)];
+        const int stand = push.From - step;
+        if (BoardArrays::At(board, push.From) != 2 || BoardArrays::At(board, stand) != 0 ||
+            BoardArrays::At(board, push.From + step) != 0)
+            BrokenChain();
+        std::array<int, kCells> distance = ManDistances(board, stand);
+        distance[static_cast<std::size_t>(push.From)] = 0;
         if (distance[static_cast<std::size_t>(man)] == kUnreached) BrokenChain();
         for (int d = distance[static_cast<std::size_t>(man)] - 1; d >= 0; --d) {
             std::size_t direction = 0;
@@ -91,9 +94,23 @@ BuiltSolution BuildSolution(const BoardArrays& arrays, const PositionStore& stor
             built.SolBuildMoves += 1;
         }
         built.SolBuildPushes += 1;
-        before = after;
+        board[static_cast<std::size_t>(push.From)] = 0;
+        board[static_cast<std::size_t>(push.From + step)] = 2;
     }
     return built;
+}
+
+BuiltSolution BuildSolution(const BoardArrays& arrays, const PositionStore& store,
+                            const std::vector<std::int32_t>& solSteps) {
+    std::vector<BoxPush> pushes;
+    Cells before = BoardOf(arrays, store, 1);
+    for (std::size_t k = 1; k < solSteps.size() && solSteps[k] >= 0; ++k) {
+        const Cells after = BoardOf(arrays, store, solSteps[k]);
+        const MovedBox moved = FindMovedBox(before, after);
+        pushes.push_back({moved.From, DirectionOf(moved)});
+        before = after;
+    }
+    return BuildSolution(arrays, pushes);
 }
 
 }  // namespace kavit

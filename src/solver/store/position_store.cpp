@@ -83,6 +83,12 @@ void PositionStore::Clear(int numBoxes, kavit::HashCase hashCase) {
     assert(static_cast<std::uint64_t>(slots_.Places()) * sizeof(std::uint32_t) <= table_.Bytes());
 }
 
+LentMemory PositionStore::Lend() {
+    table_.Clear();
+    return {rows_.Data(), rows_.Bytes(), reinterpret_cast<std::uint32_t*>(table_.Data()),
+            table_.Bytes() / sizeof(std::uint32_t), numPos_};
+}
+
 std::int64_t PositionStore::HashSize(kavit::HashCase hashCase) {
     if (hashCase == kavit::HashCase::Mixed)
         return static_cast<std::int64_t>(MixedTable::LinesFor(numPos_)) * MixedTable::kPlaces - 1;

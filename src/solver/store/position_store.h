@@ -38,6 +38,15 @@ struct PosRecord {
 static_assert(std::endian::native == std::endian::little);  // HasKey cuts words at their high end
 static_assert(sizeof(PosRecord) == 8 && std::is_trivially_copyable_v<PosRecord>);
 
+// The memory of a store without its positions.
+struct LentMemory {
+    std::byte* Rows = nullptr;
+    std::size_t RowBytes = 0;
+    std::uint32_t* Slots = nullptr;  // all 0; more than NumPos of them
+    std::size_t SlotCount = 0;
+    std::int32_t NumPos = 0;
+};
+
 class PositionStore {
   public:
     explicit PositionStore(MemorySource& source) : source_(&source) {}
@@ -53,6 +62,8 @@ class PositionStore {
 
     // Empties the store for a level with numBoxes boxes, at most Blocks. Throws as HashSize does.
     void Clear(int numBoxes, kavit::HashCase hashCase);
+    // Gives up all positions and lends the memory to another search, until the next Clear.
+    [[nodiscard]] LentMemory Lend();
 
     [[nodiscard]] std::int32_t NumPos() const { return numPos_; }
     [[nodiscard]] int Blocks() const { return blocks_; }

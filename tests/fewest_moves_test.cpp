@@ -1,0 +1,278 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "solver/moves/fewest_moves_bound.h"
+#include "solver/solver.h"
+#include "support/levels.h"
+#include "support/random_level.h"
+
+// The fewest moves of any solution: what is found, what is claimed when something ends the search,
+// and what it takes.
+
+namespace {
+
+using namespace kavit;
+
+constexpr SolverOptions kFewest{.OptLevel = OptLevel::FewestOfAll};
+
+// Everything up to the search for the fewest moves; false when memory ends it before.
+bool Prepare(Solver& solver, const Board& board) {
+    SolverHooks hooks;
+    if (solver.AnalyseBoard(board, kFewest) != Result::Ok) return false;
+    if (solver.Search(hooks) != Result::Ok) return false;
+    (void)solver.OptimizeMoves(hooks);
+    solver.BuildSolutions();
+    return true;
+}
+
+struct Row {
+    const char* Name;
+    std::string Level;
+    int Pushes;  // solution 1
+    int Moves;
+    int FewestPushes;  // solution 0
+    int FewestMoves;
+    // What the search takes: anything that prunes less, or more, or in another order shows here.
+    int Positions;
+    int Offers;
+};
+
+std::string Example(const std::string& name) {
+    return test::ReadWholeFile(KAVIT_EXAMPLES_FOLDER "/" + name + ".xsb");
+}
+
+std::vector<Row> Rows() {
+    return {
+        {"nothing to gain", test::kEasy, 2, 3, 2, 3, 0, 2},
+        {"two pushes more, walled-in box", R"(
+          ###
+          #*#
+          ###
+      ############
+      #    .     #
+      # $.$ $@*  #
+      #   .      #
+      ############)",
+         4, 15, 6, 13, 290, 880},
+        {"two pushes more", R"(
+  #######
+  #  .  #
+  # $+  #
+  #  $  #
+  # $   #
+  #     #
+  #    .#
+  #######)",
+         8, 19, 10, 18, 481, 1308},
+        {"four pushes more", R"(
+##################
+#     #     #    #
+# #  #   #   # # #
+#         #      #
+#  ##  #     #.  #
+## # ##   .# $ $ #
+#            # @ #
+##################
+      #*#
+      ###)",
+         11, 45, 15, 38, 234, 554},
+        {"six pushes more", R"(
+#########
+#### #  #
+# .    .#
+# $  #  #
+#    $@ #
+#.$#    #
+#    #  #
+#########)",
+         8, 26, 14, 25, 382, 1044},
+        {"nine boxes", R"(
+###########
+#    @    #
+#$$$$$$$$$#
+#.........#
+###########)",
+         9, 29, 9, 29, 1803, 7799},
+        {"down to the last rows", R"(
+#######
+#@    #
+# $$  #
+#     #
+### ###
+### ###
+### ###
+#     #
+#     #
+#     #
+#     #
+### ###
+#     #
+#     #
+# . . #
+#     #
+#######)",
+         27, 49, 27, 49, 486, 951},
+        {"corner shop", Example("02-corner-shop"), 13, 36, 13, 36, 83, 154},
+        {"two rooms", Example("03-two-rooms"), 21, 44, 21, 44, 1052, 3628},
+        {"warehouse", Example("04-warehouse"), 26, 92, 26, 92, 1514, 3664},
+        {"crossing", Example("05-crossing"), 34, 105, 38, 101, 54858, 174697},
+    };
+}
+
+TEST(FewestMoves, AreFoundAndProvedAtTheirCost) {
+    Solver solver;
+    ASSERT_TRUE(solver.ApplySizes({100000, 12, 300}).Ok);
+    for (const Row& row : Rows()) {
+        SCOPED_TRACE(row.Name);
+        const Board board = test::BoardOf(row.Level);
+        ASSERT_TRUE(Prepare(solver, board));
+        EXPECT_EQ(solver.Kept(1)->SolPushes, row.Pushes);
+        EXPECT_EQ(solver.Kept(1)->SolMoves, row.Moves);
+        SolverHooks hooks;
+        EXPECT_EQ(solver.FewestMoves(hooks), Result::GoOn);
+        const SearchCounters& counters = solver.Counters();
+        EXPECT_EQ(solver.Kept(0)->SolPushes, row.FewestPushes);
+        EXPECT_EQ(solver.Kept(0)->SolMoves, row.FewestMoves);
+        EXPECT_EQ(test::KeptFault(solver, board), "");
+        EXPECT_EQ(solver.Kept(1)->SolMoves, row.Moves);
+        EXPECT_TRUE(counters.FewestMovesProved);
+        EXPECT_EQ(counters.MovesLowerBound, row.FewestMoves);
+        EXPECT_EQ(counters.FewestPositions, row.Positions);
+        EXPECT_EQ(counters.FewestOffers, row.Offers);
+    }
+}
+
+// What must be true of a search that was ended at any time; answers the bound.
+std::int64_t CheckEnded(const Solver& solver, const Board& board, Result result, int fewest) {
+    const SearchCounters& counters = solver.Counters();
+    EXPECT_EQ(test::KeptFault(solver, board), "");
+    EXPECT_GE(solver.Kept(0)->SolMoves, fewest);
+    EXPECT_LE(counters.MovesLowerBound, fewest);
+    EXPECT_GE(counters.MovesLowerBound, solver.Kept(1)->SolPushes);
+    EXPECT_EQ(counters.FewestMovesProved, solver.Kept(0)->SolMoves == counters.MovesLowerBound);
+    EXPECT_TRUE(counters.FewestMovesProved || result != Result::GoOn);
+    return counters.MovesLowerBound;
+}
+
+TEST(FewestMoves, AStopOrAFullStoreLeavesABoundThatRises) {
+    for (const Row& row : Rows()) {
+        if (row.Positions > 500) continue;
+        SCOPED_TRACE(row.Name);
+        const Board board = test::BoardOf(row.Level);
+        Solver solver;
+        ASSERT_TRUE(solver.ApplySizes({100000, 12, 300}).Ok);
+        std::int64_t least = 0;
+        Result result = Result::Stopped;
+        for (int at = 1; result == Result::Stopped; ++at) {
+            ASSERT_TRUE(Prepare(solver, board));
+            test::StopAt hooks(at);
+            result = solver.FewestMoves(hooks);
+            const std::int64_t bound = CheckEnded(solver, board, result, row.FewestMoves);
+            EXPECT_GE(bound, least);
+            least = bound;
+        }
+        EXPECT_EQ(result, Result::GoOn);
+        EXPECT_EQ(least, row.FewestMoves);
+        for (int numPos = 1 + row.Positions / 8; numPos <= row.Positions + 1;
+             numPos += 1 + numPos / 8) {
+            ASSERT_TRUE(solver.ApplySizes({numPos, 12, 300}).Ok);
+            if (!Prepare(solver, board)) continue;
+            SolverHooks hooks;
+            result = solver.FewestMoves(hooks);
+            (void)CheckEnded(solver, board, result, row.FewestMoves);
+            EXPECT_LE(solver.Counters().FewestPositions, numPos);
+            EXPECT_TRUE(numPos >= row.Positions || result == Result::OutOfMemory) << numPos;
+        }
+    }
+}
+
+TEST(FewestMoves, AreLookedForWhenAskedForAndNotBefore) {
+    const Board board = test::BoardOf(test::kEasy);
+    Solver solver;
+    SolverHooks hooks;
+    ASSERT_TRUE(solver.ApplySizes({1000, 8, 300}).Ok);
+    test::SearchLevel(solver, board, kFewest);
+    EXPECT_THROW((void)solver.FewestMoves(hooks), SolverFault);
+    solver.BuildSolutions();
+    EXPECT_EQ(solver.Position(1).Moves, 0);
+    EXPECT_EQ(solver.FewestMoves(hooks), Result::GoOn);
+    EXPECT_THROW((void)solver.Position(1), SolverFault);
+    test::SearchLevel(solver, board, {.OptLevel = OptLevel::SomethingPlus});
+    solver.BuildSolutions();
+    EXPECT_EQ(solver.FewestMoves(hooks), Result::GoOn);
+    EXPECT_EQ(solver.Counters().FewestPositions, 0);
+    EXPECT_FALSE(solver.Counters().FewestMovesProved);
+    EXPECT_EQ(solver.Position(1).Moves, 0);
+}
+
+// No step changes the worth of a position by more than its own move, and no push lowers it by more.
+TEST(FewestMoves, WorthOfPositionsIsConsistent) {
+    int pushes = 0;
+    Solver solver;
+    ASSERT_TRUE(solver.ApplySizes({20000, 8, 300}).Ok);
+    for (std::uint64_t seed = 1; seed <= 400; ++seed) {
+        const Board board = test::RandomLevel(seed, 2);
+        BoardArrays arrays;
+        if (!Prepare(solver, board) || AnalyseBoard(board, 8, arrays) != Result::Ok) continue;
+        const Grid grid(arrays);
+        const MovesBound bound = MakeMovesBound(grid, arrays);
+        const auto bitOf = [&](int cell) {
+            return static_cast<std::size_t>(grid.CellToBit[static_cast<std::size_t>(cell)]);
+        };
+        for (int cell = arrays.FirstIn; cell <= arrays.LastIn; ++cell) {
+            if (!arrays.Inside(cell)) continue;
+            for (const int step : Dir) {
+                const int to = cell + step;
+                if (!arrays.Inside(to)) continue;
+                EXPECT_LE(std::abs(bound.Man[bitOf(cell)] - bound.Man[bitOf(to)]), 2) << seed;
+                // The man pushes a box from `to` to `beyond`.
+                const int beyond = to + step;
+                const auto from = std::find(bound.FromStarts.begin(), bound.FromStarts.end(),
+                                            static_cast<int>(bitOf(to)));
+                if (!arrays.Inside(beyond) || BoardArrays::At(arrays.DeadSq, beyond) != 0 ||
+                    from == bound.FromStarts.end())
+                    continue;
+                const int change = bound.Box[bitOf(beyond)] - bound.Box[bitOf(to)] +
+                                   bound.Man[bitOf(to)] - bound.Man[bitOf(cell)];
+                EXPECT_GE(change, -2) << seed << " push from " << to << " to " << beyond;
+                ++pushes;
+            }
+        }
+    }
+    EXPECT_GT(pushes, 5000);
+}
+
+// Every level settled before is settled again, at four parts in five of the table's sizes.
+TEST(FewestMoves, ReachTheFewestMovesKnown) {
+    std::ifstream file(test::LevelsFolder() + "/fewest_moves.tsv");
+    std::string line;
+    if (!std::getline(file, line)) GTEST_SKIP() << "no fewest_moves.tsv";
+    Solver solver;
+    ASSERT_TRUE(solver.ApplySizes({1200000, 8, 300}).Ok);
+    int proved = 0;
+    int rows = 0;
+    while (std::getline(file, line)) {
+        SCOPED_TRACE(line);
+        std::string level;
+        int pushes = 0;
+        int moves = 0;
+        int fewest = 0;
+        std::istringstream(line) >> level >> pushes >> moves >> fewest;
+        const Board board = test::BoardOfFile(test::LevelsFolder() + "/" + level + ".xsb");
+        if (!Prepare(solver, board)) continue;
+        ++rows;
+        SolverHooks hooks;
+        const Result result = solver.FewestMoves(hooks);
+        (void)CheckEnded(solver, board, result, fewest);
+        proved += solver.Counters().FewestMovesProved ? 1 : 0;
+    }
+    // Only one of them needs more positions.
+    EXPECT_GE(proved, rows - 1);
+    EXPECT_GT(rows, 70);
+}
+
+}  // namespace
