@@ -1,51 +1,60 @@
 #include "cases.h"
 
 #include <algorithm>
-
-#include "level/level_reader.h"
+#include <cstddef>
+#include <filesystem>
+#include <stdexcept>
+#include <utility>
 
 namespace kavit::bench {
 
-const std::vector<Case>& SpeedCases() {
-    static const std::vector<Case> cases = {
-        {"microban1_093", {.SeaType = SeaType::Both}},
-        {"microban1_093", {.SeaType = SeaType::Forward}},
-        {"microban1_093", {.SeaType = SeaType::Backward}},
-        {"microban1_105", {.SeaType = SeaType::Backward}},
-        {"microban1_139", {.SeaType = SeaType::Both}},
-        {"microban1_139", {.SeaType = SeaType::Forward}},
-        {"microban1_123", {.SeaType = SeaType::Both}},
-        {"07-masterpiece", {.SeaType = SeaType::Both}},
+namespace {
+
+const std::string kCorpus = KAVIT_CORPUS_LEVELS "/";
+const std::string kExamples = KAVIT_EXAMPLES_FOLDER "/";
+
+}  // namespace
+
+std::string Case::Name() const {
+    constexpr const char* kSides[] = {"both", "forward", "backward"};
+    return std::filesystem::path(File).stem().string() + "/" +
+           kSides[static_cast<std::size_t>(Options.SeaType)];
+}
+
+std::vector<Case> SpeedCases(const std::string& moreLevels) {
+    const SolverOptions forward{.SeaType = SeaType::Forward};
+    const SolverOptions backward{.SeaType = SeaType::Backward};
+    std::vector<Case> cases = {
+        {kCorpus + "boxes_row.xsb", {}},        {kCorpus + "yard_corner.xsb", {}},
+        {kCorpus + "maze_store.xsb", {}},       {kCorpus + "nosol_depot.xsb", {}},
+        {kExamples + "07-masterpiece.xsb", {}}, {kCorpus + "yard_corner.xsb", backward},
+        {kCorpus + "nosol_yard.xsb", forward},  {kCorpus + "yard_corner.xsb", forward},
+        {kCorpus + "big_yard.xsb", {}},         {kCorpus + "maze_store.xsb", backward},
+        {kCorpus + "maze_store.xsb", forward},
     };
+    if (!moreLevels.empty())
+        for (std::string& file : LevelsIn(moreLevels)) cases.push_back({std::move(file), {}});
     return cases;
 }
 
-std::vector<Case> FingerprintCases(const Folders& folders) {
+std::vector<Case> FingerprintCases() {
     std::vector<Case> cases;
-    for (const std::string& level : LevelsIn(folders.Own)) {
-        for (const SeaType seaType : {SeaType::Both, SeaType::Forward, SeaType::Backward})
-            for (const HashCase hashCase : {HashCase::Default, HashCase::Case1, HashCase::Case2})
-                cases.push_back({level, {.SeaType = seaType, .HashCase = hashCase}, 60000});
-        cases.push_back({level, {.OptLevel = OptLevel::None}, 60000});
-        cases.push_back({level, {.OptLevel = OptLevel::SomethingPlus, .OptSpecial = true}, 60000});
-        cases.push_back({level, {}, 500});
+    for (const std::string& file : LevelsIn(kExamples)) {
+        for (const SeaType side : {SeaType::Both, SeaType::Forward, SeaType::Backward})
+            for (const HashCase hash : {HashCase::Default, HashCase::Case1, HashCase::Case2})
+                cases.push_back({file, {.SeaType = side, .HashCase = hash}, 60000});
+        cases.push_back({file, {.OptLevel = OptLevel::None}, 60000});
+        cases.push_back({file, {.OptLevel = OptLevel::SomethingPlus, .OptSpecial = true}, 60000});
+        cases.push_back({file, {}, 500});
     }
     return cases;
 }
 
-std::optional<Board> LoadLevel(const Folders& folders, const std::string& level) {
-    for (const auto& folder : {folders.Own, folders.Tests}) {
-        Board board;
-        if (ReadLevelFile((folder / (level + ".xsb")).string(), board, {}).Loaded()) return board;
-    }
-    return std::nullopt;
-}
-
-std::vector<std::string> LevelsIn(const std::filesystem::path& folder) {
+std::vector<std::string> LevelsIn(const std::string& folder) {
     std::vector<std::string> levels;
-    std::error_code missing;
-    for (const auto& entry : std::filesystem::directory_iterator(folder, missing))
-        if (entry.path().extension() == ".xsb") levels.push_back(entry.path().stem().string());
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        if (entry.path().extension() == ".xsb") levels.push_back(entry.path().string());
+    if (levels.empty()) throw std::runtime_error("no .xsb files in " + folder);
     std::sort(levels.begin(), levels.end());
     return levels;
 }

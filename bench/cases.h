@@ -1,38 +1,36 @@
 #pragma once
 
-#include <filesystem>
-#include <optional>
+#include <cstdint>
 #include <string>
 #include <vector>
 
-#include "level/board.h"
 #include "solver/solver.h"
 
-// The fixed list of searches that are measured.
+// The searches that are measured, and those that the fingerprint is made of.
 
 namespace kavit::bench {
 
-struct Folders {
-    std::filesystem::path Own;    // the example levels
-    std::filesystem::path Tests;  // the levels for tests, which need not be there
-};
-
 struct Case {
-    std::string Level;  // file name without ".xsb"
+    std::string File;
     SolverOptions Options;
     std::int64_t NumPos = 4000000;
+
+    // "big_maze/both": the level and the sides.
+    [[nodiscard]] std::string Name() const;
 };
 
-// Searches that fill millions of positions, both kinds that end with a full store among them.
-[[nodiscard]] const std::vector<Case>& SpeedCases();
+// Searches of our own levels, from 25,000 positions to two and a half million; after them the
+// levels of a folder, when there is one.
+[[nodiscard]] std::vector<Case> SpeedCases(const std::string& moreLevels);
 
-// Every example level under every search type and hash case: a fingerprint of all counts.
-[[nodiscard]] std::vector<Case> FingerprintCases(const Folders& folders);
+// Every example level under every search type and described hash, and some more.
+[[nodiscard]] std::vector<Case> FingerprintCases();
 
-// The level, when one of the folders has it and it can be read.
-[[nodiscard]] std::optional<Board> LoadLevel(const Folders& folders, const std::string& level);
+// The level files of a folder, in order; throws where there is none.
+[[nodiscard]] std::vector<std::string> LevelsIn(const std::string& folder);
 
-// The level files of a folder, without ".xsb", in order.
-[[nodiscard]] std::vector<std::string> LevelsIn(const std::filesystem::path& folder);
+// Prints one number made of all counts and strings of the fingerprint's searches. Returns the exit
+// status.
+int PrintFingerprint();
 
 }  // namespace kavit::bench

@@ -1,39 +1,55 @@
 // kavit-bench: what the solver costs, measured in one run beside the plain twin.
 
+#include <benchmark/benchmark.h>
+
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
+#include <thread>
 
+#include "cases.h"
 #include "moves_table.h"
 #include "speed.h"
 #include "store_sizes.h"
 
 int main(int argc, char** argv) {
-    CLI::App app("Measures the solver. Without an option: speed beside the plain twin.");
-    kavit::bench::Folders folders{KAVIT_OWN_LEVELS, KAVIT_TEST_LEVELS};
-    std::string only;
+    // Takes the options that are the library's (--benchmark_...) out of the list.
+    benchmark::Initialize(&argc, argv);
+    CLI::App app(
+        "Measures the solver. Without an option: speed with one thread and with all, beside the "
+        "plain twin.\nRepetitions, filters and JSON: see --benchmark_help.");
+    kavit::bench::SpeedWishes wishes;
     bool noTwin = false;
     bool fingerprint = false;
     bool moves = false;
     bool storeSizes = false;
     std::int64_t largest = 200000000;
     std::int64_t blocks = 20;
-    app.add_option("--levels", folders.Tests, "Folder of the levels for tests");
-    app.add_option("--only", only, "Only the searches of levels whose name holds this text");
+    app.add_option("--levels", wishes.MoreLevels, "Folder with more levels")
+        ->check(CLI::ExistingDirectory);
+    app.add_option("--threads", wishes.Threads, "Numbers of threads to measure, as in 1,2,4")
+        ->delimiter(',')
+        ->check(CLI::Range(1, 1024));
     app.add_flag("--no-twin", noTwin, "Leave the plain twin out");
     app.add_flag("--fingerprint", fingerprint, "One number made of all counts over the examples");
     app.add_flag("--moves", moves, "Table of the man moves at each optimizer level");
-    app.add_option("--blocks", blocks, "Box limit of the table");
+    app.add_option("--blocks", blocks, "Box limit of that table");
     app.add_flag("--store-sizes", storeSizes, "What an offer costs by the size of the store");
-    app.add_option("--largest", largest, "Most positions of --store-sizes");
+    app.add_option("--largest", largest, "Most positions of that");
     CLI11_PARSE(app, argc, argv);
+    wishes.Twin = !noTwin;
+    if (wishes.Threads.empty()) {
+        wishes.Threads = {1};
+        const int cores = static_cast<int>(std::thread::hardware_concurrency());
+        if (cores > 1) wishes.Threads.push_back(cores);
+    }
     try {
         if (storeSizes) return kavit::bench::RunStoreSizes(largest);
-        if (fingerprint) return kavit::bench::RunFingerprint(folders);
-        if (moves) return kavit::bench::RunMovesTable(folders, blocks);
-        return kavit::bench::RunSpeed(folders, only, !noTwin);
+        if (fingerprint) return kavit::bench::PrintFingerprint();
+        if (moves) return kavit::bench::RunMovesTable(wishes.MoreLevels, blocks);
+        return kavit::bench::RunSpeed(wishes);
     } catch (const std::exception& error) {
-        std::cerr << error.what() << '\n';
+        std::cerr << "kavit-bench: " << error.what() << '\n';
         return 1;
     }
 }

@@ -2,9 +2,12 @@
 
 #include <array>
 #include <cstdio>
-#include <fstream>
-#include <map>
-#include <sstream>
+#include <string>
+#include <vector>
+
+#include "solver/solver.h"
+#include "support/corpus.h"
+#include "support/levels.h"
 
 namespace kavit::bench {
 
@@ -23,21 +26,6 @@ struct Column {
     double Pass = 0;
     double Proof = 0;
 };
-
-std::map<std::string, int> BestMoves(const Folders& folders) {
-    std::map<std::string, int> best;
-    std::ifstream file(folders.Tests / "best_moves.tsv");
-    std::string line;
-    std::getline(file, line);  // titles
-    while (std::getline(file, line)) {
-        std::istringstream fields(line);
-        std::string level;
-        int pushes = 0;
-        int moves = 0;
-        if (fields >> level >> pushes >> moves) best[level] = moves;
-    }
-    return best;
-}
 
 // One level at one setting; false when it is not solved.
 bool Solve(Solver& solver, const Board& board, Column& column, int best) {
@@ -60,12 +48,10 @@ bool Solve(Solver& solver, const Board& board, Column& column, int best) {
 
 }  // namespace
 
-int RunMovesTable(const Folders& folders, std::int64_t blocks) {
-    const std::map<std::string, int> best = BestMoves(folders);
-    if (best.empty()) {
-        std::printf("No best_moves.tsv in %s\n", folders.Tests.c_str());
-        return 1;
-    }
+int RunMovesTable(const std::string& moreLevels, std::int64_t blocks) {
+    std::vector<test::MovesRow> levels = test::ReadMoves(test::OwnLevels());
+    if (!moreLevels.empty())
+        for (test::MovesRow& row : test::ReadMoves(moreLevels)) levels.push_back(std::move(row));
     std::array<Column, 4> columns = {{{"1", OptLevel::Something, false},
                                       {"2", OptLevel::SomethingMore, false},
                                       {"3", OptLevel::SomethingPlus, false},
@@ -76,13 +62,12 @@ int RunMovesTable(const Folders& folders, std::int64_t blocks) {
     for (const Column& column : columns) std::printf(" | %9s %6s", column.Name, "sol 0");
     std::printf(" | %8s %8s %8s\n", "search s", "pass s", "proof s");
     int solved = 0;
-    for (const std::string& level : LevelsIn(folders.Tests)) {
-        const std::optional<Board> board = LoadLevel(folders, level);
-        const auto known = best.find(level);
-        if (!board || known == best.end()) continue;
+    for (const test::MovesRow& level : levels) {
+        if (!level.Moves) continue;
+        const Board board = test::BoardOfFile(level.Folder + "/" + level.Level + ".xsb");
         std::string row;
         for (Column& column : columns) {
-            if (!Solve(solver, *board, column, known->second)) break;
+            if (!Solve(solver, board, column, *level.Moves)) break;
             char cell[64];
             std::snprintf(cell, sizeof cell, " | %9d %6d", solver.Kept(1)->SolMoves,
                           solver.Kept(0)->SolMoves);
@@ -91,8 +76,8 @@ int RunMovesTable(const Folders& folders, std::int64_t blocks) {
         if (row.empty()) continue;
         ++solved;
         const SearchCounters& c = solver.Counters();
-        std::printf("%-16s %6d%s | %8.3f %8.3f %8.3f\n", level.c_str(), known->second, row.c_str(),
-                    c.SearchSeconds, c.PassSeconds, c.ProofSeconds);
+        std::printf("%-16s %6d%s | %8.3f %8.3f %8.3f\n", level.Level.c_str(), *level.Moves,
+                    row.c_str(), c.SearchSeconds, c.PassSeconds, c.ProofSeconds);
     }
     std::printf("\n%d levels solved\n%-10s %9s %9s %9s %7s %9s %9s %9s\n", solved, "level",
                 "moves 1", "moves 0", "reach best", "proved", "search s", "pass s", "proof s");

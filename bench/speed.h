@@ -1,15 +1,22 @@
 #pragma once
 
-#include "cases.h"
+#include <cstdint>
+#include <string>
+#include <vector>
+
+// The measurements, as benchmarks of the library that runs them: it repeats, sums up and writes
+// JSON (see kavit-bench --help and --benchmark_help). After them this program prints what the
+// library has no table for: both programs and all numbers of threads side by side.
 
 namespace kavit::bench {
 
-// Runs the list with the solver and with its plain twin, checks that both counted the same, and
-// prints seconds, successors offered per second, their ratio, bytes per position and the cost of a
-// successor in random reads. Returns the exit status: 1 when a count differs.
-int RunSpeed(const Folders& folders, const std::string& only, bool withTwin);
+struct SpeedWishes {
+    std::string MoreLevels;    // a folder; "" for none
+    std::vector<int> Threads;  // each search with so many
+    bool Twin = true;          // the plain twin beside the solver
+};
 
-// Prints one number made of all counts of the fingerprint list.
-int RunFingerprint(const Folders& folders);
+// Returns the exit status: 1 when two searches of a level did not count the same.
+int RunSpeed(const SpeedWishes& wishes);
 
 }  // namespace kavit::bench

@@ -10,6 +10,7 @@
 
 #include "level/level_reader.h"
 #include "level/moves_text.h"
+#include "support/corpus.h"
 #include "support/levels.h"
 #include "support/random_level.h"
 
@@ -360,11 +361,10 @@ TEST(Collection, KnowsOneLevelFromSeveral) {
 }
 
 TEST(Collection, JoinedFilesGiveWhatEachGives) {
-    if (!std::filesystem::exists(LevelsFolder())) GTEST_SKIP() << "no " << LevelsFolder();
     string text;
     std::vector<Board> boards;
     std::size_t refused = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(LevelsFolder())) {
+    for (const auto& entry : std::filesystem::directory_iterator(OwnLevels())) {
         if (entry.path().extension() != ".xsb") continue;
         const string file = ReadWholeFile(entry.path());
         std::istringstream stream(file);

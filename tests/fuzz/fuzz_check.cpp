@@ -133,7 +133,7 @@ void CompareWithOracle(const Solver& solver, const Figures& search, const Oracle
 }
 
 void CompareMoves(const Solver& solver, const Board& level) {
-    const OracleAnswer truth = AskMovesOracle(level, kOracleStates);
+    const OracleAnswer truth = AskOracle(level, kOracleStates, OracleAim::FewestMoves);
     if (truth.Verdict == OracleVerdict::TooBig) return;
     const std::string detail =
         PassText(solver, Result::GoOn) + "; the game: " + std::to_string(truth.Moves) + " moves";

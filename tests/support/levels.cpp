@@ -1,7 +1,6 @@
 #include "support/levels.h"
 
 #include <algorithm>
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -68,11 +67,6 @@ std::string KeptFault(const Solver& solver, const Board& level) {
 std::string ReadWholeFile(const std::string& path) {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::string LevelsFolder() {
-    const char* folder = std::getenv("KAVIT_LEVELS");
-    return folder != nullptr ? folder : KAVIT_LEVELS_FOLDER;
 }
 
 }  // namespace kavit::test

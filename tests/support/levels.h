@@ -53,7 +53,7 @@ std::string KeptFault(const Solver& solver, const Board& level);
 // Reads a whole file; "" when it cannot be read.
 std::string ReadWholeFile(const std::string& path);
 
-// The folder of test levels: from the environment (KAVIT_LEVELS) or beside the source folder.
+// The folder with more levels, see corpus.h; "" where none was given.
 std::string LevelsFolder();
 
 }  // namespace kavit::test

@@ -14,7 +14,7 @@ namespace {
 
 // Two bytes a cell: the man first, then the boxes in order.
 using State = std::u16string;
-using Cost = std::pair<int, int>;  // what counts first, and what counts then
+using Cost = std::pair<int, int>;  // what is to be few first, then the other
 
 struct Rules {
     explicit Rules(const Board& level) : board(level) {}
@@ -62,7 +62,10 @@ struct Rules {
     }
 };
 
-OracleAnswer Play(const Board& board, std::size_t maxStates, bool movesFirst) {
+}  // namespace
+
+OracleAnswer AskOracle(const Board& board, std::size_t maxStates, OracleAim aim) {
+    const bool pushesFirst = aim == OracleAim::FewestPushes;
     const Rules rules(board);
     using Entry = std::tuple<Cost, State>;
     std::priority_queue<Entry, std::vector<Entry>, std::greater<>> open;
@@ -74,17 +77,18 @@ OracleAnswer Play(const Board& board, std::size_t maxStates, bool movesFirst) {
         const auto [cost, state] = open.top();
         open.pop();
         if (cost > best[state]) continue;
-        if (rules.Solved(state))
-            return {OracleVerdict::Solvable, movesFirst ? cost.second : cost.first,
-                    movesFirst ? cost.first : cost.second};
+        if (rules.Solved(state)) {
+            return {OracleVerdict::Solvable, pushesFirst ? cost.first : cost.second,
+                    pushesFirst ? cost.second : cost.first};
+        }
         if (best.size() > maxStates) return {OracleVerdict::TooBig, 0, 0};
         State next;
         bool pushed = false;
         for (const int dir : Dir) {
             if (!rules.Step(state, dir, next, pushed)) continue;
             const int push = pushed ? 1 : 0;
-            const Cost reached{cost.first + (movesFirst ? 1 : push),
-                               cost.second + (movesFirst ? push : 1)};
+            const Cost reached = pushesFirst ? Cost{cost.first + push, cost.second + 1}
+                                             : Cost{cost.first + 1, cost.second + push};
             const auto [entry, isNew] = best.try_emplace(next, reached);
             if (!isNew && reached >= entry->second) continue;
             entry->second = reached;
@@ -92,16 +96,6 @@ OracleAnswer Play(const Board& board, std::size_t maxStates, bool movesFirst) {
         }
     }
     return {OracleVerdict::Unsolvable, 0, 0};
-}
-
-}  // namespace
-
-OracleAnswer AskOracle(const Board& board, std::size_t maxStates) {
-    return Play(board, maxStates, false);
-}
-
-OracleAnswer AskMovesOracle(const Board& board, std::size_t maxStates) {
-    return Play(board, maxStates, true);
 }
 
 }  // namespace kavit::test
