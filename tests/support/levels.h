@@ -53,7 +53,4 @@ std::string KeptFault(const Solver& solver, const Board& level);
 // Reads a whole file; "" when it cannot be read.
 std::string ReadWholeFile(const std::string& path);
 
-// The folder with more levels, see corpus.h; "" where none was given.
-std::string LevelsFolder();
-
 }  // namespace kavit::test
