@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "app/model/model.h"
+#include "level/steps.h"
 #include "support/fake_view.h"
 #include "support/levels.h"
 #include "support/temp_folder.h"
@@ -68,6 +69,32 @@ class Flow {
         std::istringstream words(script);
         for (std::string word; words >> word;) Do(word);
     }
+    // What the board shows, row by row, and the marks on it.
+    [[nodiscard]] std::string Rows() const {
+        std::string rows;
+        for (int cell = 0; cell < kCells; ++cell) {
+            if (cell > 0 && cell % Maxcol == 0) rows += '|';
+            rows += " .$*#+@@@@"[static_cast<int>(Now().Cells[static_cast<std::size_t>(cell)])];
+        }
+        for (std::size_t at = 0; (at = rows.find(" |")) != std::string::npos;) rows.erase(at, 1);
+        return rows.substr(0, rows.find_last_not_of(" |") + 1);
+    }
+    [[nodiscard]] std::string Marks() const {
+        const BoardMarks& marks = Now().Marks;
+        std::string text;
+        const auto add = [&](const char* name, const std::vector<int>& cells) {
+            if (cells.empty()) return;
+            text += (text.empty() ? "" : "; ") + std::string(name);
+            for (const int cell : cells) text += " " + std::to_string(cell);
+        };
+        add("dead", marks.Dead);
+        add("reach", marks.Reach);
+        add("stuck", marks.Stuck);
+        add("wrong", marks.Wrong);
+        add("path", marks.Path);
+        if (marks.Selected >= 0) add("chosen", {marks.Selected});
+        return text;
+    }
     // One word: a command, with its argument behind a colon.
     void Do(const std::string& word) {
         const std::size_t colon = word.find(':');
@@ -77,7 +104,7 @@ class Flow {
         const std::map<std::string, std::function<void(Model&)>> commands = {
             {"open", [&](Model& m) { m.Levels.OpenGiven(File(text)); }},
             {"openfile", [&](Model& m) { m.Levels.Open(); }},
-            {"restart", [](Model& m) { m.Levels.Restart(); }},
+            {"restart", [](Model& m) { m.Restart(); }},
             {"next", [](Model& m) { m.Levels.Step(1); }},
             {"previous", [](Model& m) { m.Levels.Step(-1); }},
             {"example", [&](Model& m) { m.Levels.Example(number); }},
@@ -92,9 +119,33 @@ class Flow {
             {"escape", [](Model& m) { m.EscapePressed(); }},
             {"edit", [](Model& m) { m.Editor.Open(); }},
             {"tool", [&](Model& m) { m.PaletteClicked(number); }},
-            {"down", [&](Model& m) { m.Editor.CellDown(number); }},
-            {"move", [&](Model& m) { m.Editor.CellMove(number); }},
-            {"up", [](Model& m) { m.Editor.CellUp(); }},
+            {"down", [&](Model& m) { m.CellDown(number, false); }},
+            {"right", [&](Model& m) { m.CellDown(number, true); }},
+            {"move", [&](Model& m) { m.CellMove(number); }},
+            {"up", [&](Model& m) { m.CellUp(number); }},
+            {"shape",
+             [&](Model& m) { m.Editor.SelectShape(static_cast<EditorControl::Shape>(number)); }},
+            {"undo", [](Model& m) { m.Undo(); }},
+            {"redo", [](Model& m) { m.Redo(); }},
+            {"key", [&](Model& m) { m.ArrowPressed(DirectionOf(text[0]), false); }},
+            {"control", [&](Model& m) { m.ArrowPressed(DirectionOf(text[0]), true); }},
+            {"home", [](Model& m) { m.EndPressed(false); }},
+            {"end", [](Model& m) { m.EndPressed(true); }},
+            {"space", [](Model& m) { m.SpacePressed(); }},
+            {"goto", [&](Model& m) { m.Solution.GoTo(number); }},
+            {"letter1", [&](Model& m) { m.Solution.TextClicked(text, 1); }},
+            {"hand", [](Model& m) { m.Play.GiveArrows(false); }},
+            {"replay", [](Model& m) { m.Play.GiveArrows(true); }},
+            {"hover", [&](Model& m) { m.Play.CellHovered(number); }},
+            {"undopush", [](Model& m) { m.Play.UndoPush(); }},
+            {"redopush", [](Model& m) { m.Play.RedoPush(); }},
+            {"here", [](Model& m) { m.Play.SolveFromHere(); }},
+            {"copyplayed", [](Model& m) { m.Play.Copy(); }},
+            {"saveplayed", [](Model& m) { m.Play.Save(); }},
+            {"aside", [](Model& m) { m.Aside.Turn(); }},
+            {"rested", [](Model& m) { m.Aside.Rested(); }},
+            {"dead", [](Model& m) { m.Play.TurnDead(); }},
+            {"reach", [](Model& m) { m.Play.TurnReach(); }},
             {"shift", [&](Model& m) { m.Editor.Shift(number); }},
             {"turn", [&](Model& m) { m.Editor.MirrorRotate(number); }},
             {"import", [](Model& m) { m.Import.Open(); }},
@@ -418,6 +469,199 @@ TEST_F(FlowTest, Saving) {
     flow.Play("open:easy solve savesolution");
     EXPECT_EQ(flow.View.AskedName, "easy.sol");
     EXPECT_TRUE(flow.Files.Read("kept.sol").starts_with("rRR\r\n"));
+}
+
+struct Sight {
+    const char* Script;
+    const char* Lines;  // nullptr: any
+    const char* Rows;   // as far as they tell something
+    const char* Marks = "";
+    const char* Buttons = nullptr;
+};
+
+void CheckSights(const std::vector<Sight>& sights) {
+    for (const Sight& sight : sights) {
+        SCOPED_TRACE(sight.Script);
+        Flow own;
+        own.Play(sight.Script);
+        if (sight.Lines != nullptr) {
+            EXPECT_EQ(own.View.Lines(), sight.Lines);
+        }
+        EXPECT_TRUE(own.Rows().find(sight.Rows) != std::string::npos) << own.Rows();
+        EXPECT_EQ(own.Marks(), sight.Marks);
+        if (sight.Buttons != nullptr) {
+            EXPECT_EQ(own.View.Buttons(), sight.Buttons);
+        }
+        EXPECT_EQ(own.View.TakeBoxes(), "");
+    }
+}
+
+// Squares 20 to 24 and, in the room, 39 to 43 below them.
+TEST_F(FlowTest, PlayByHand) {
+    CheckSights({
+        {"open:room key:r key:r", "Pushes: 1|Moves: 2", "#  @$.#"},
+        {"open:room key:r key:r key:r", "Pushes: 2|Moves: 3 - solved!", "#   @*#"},
+        {"open:room key:u", kReadyLine, "#@ $ .#"},
+        {"open:room key:r key:r undo", "Pushes: 0|Moves: 1", "# @$ .#"},
+        {"open:room key:r key:r undo redo", "Pushes: 1|Moves: 2", "#  @$.#"},
+        {"open:room key:r key:r key:l undopush", "Pushes: 1|Moves: 2", "#  @$.#"},
+        {"open:room key:r key:r undopush redopush", "Pushes: 1|Moves: 2", "#  @$.#"},
+        {"open:room key:r key:r restart", kReadyLine, "#@ $ .#"},
+        {"open:room key:r key:r restart redo", "Pushes: 0|Moves: 1", "# @$ .#"},
+        {"open:room key:r opt:2", nullptr, "# @$ .#"},
+        {"open:room key:r open:easy key:r", "Pushes: 0|Moves: 1", "# @$ .#"},
+        {"open:room down:43 up:43", "Pushes: 0|Moves: 5", "#  $ .#|#    @#"},
+        {"open:room down:22 up:22", nullptr, "#@ $ .#", "reach 20 21 23 24; chosen 22"},
+        {"open:room down:22 up:22 hover:24", nullptr, "#@ $ .#",
+         "reach 20 21 23 24; path 22 23 24; chosen 22"},
+        {"open:room down:22 up:22 hover:43", nullptr, "#@ $ .#", "reach 20 21 23 24; chosen 22"},
+        {"open:room down:22 up:22 down:24 up:24", "Pushes: 2|Moves: 3 - solved!", "#   @*#"},
+        {"open:room down:22 move:23 up:23", "Pushes: 1|Moves: 2", "#  @$.#"},
+        {"open:room down:22 up:22 down:22 up:22", nullptr, "#@ $ .#"},
+        {"open:room down:22 up:22 right:24 up:24", nullptr, "#@ $ .#"},
+        {"open:room down:22 up:22 down:43 up:43", nullptr, "#@ $ .#"},
+        {"open:room down:22 up:22 escape", nullptr, "#@ $ .#"},
+        {"open:room down:22 up:22 key:r", "Pushes: 0|Moves: 1", "# @$ .#"},
+        {"open:room key:d key:r key:r key:r key:u key:l key:l", "Pushes: 2|Moves: 7", "#$@  .#",
+         "stuck 20"},
+        {"open:room dead", nullptr, "#@ $ .#", "dead 20 39 40 41 42 43"},
+        {"open:room dead dead", nullptr, "#@ $ .#"},
+        {"open:room reach hover:22", nullptr, "#@ $ .#", "reach 20 21 23 24"},
+        {"open:room reach hover:22 key:r key:r", nullptr, "#  @$.#"},
+        {"open:room reach hover:23 key:r key:r", nullptr, "#  @$.#", "reach 20 21 22 24"},
+        {"open:strange key:r key:r", "Pushes: 1|Moves: 1", "# @$#", "stuck 22"},
+        {"clear key:r", nullptr, ""},
+    });
+    flow.View.SaveFile = flow.Files.Path("played.sol");
+    flow.Play("open:room key:r key:r key:l undo copyplayed saveplayed");
+    EXPECT_EQ(flow.View.Clip, "rR");
+    EXPECT_EQ(flow.View.AskedName, "room-played.sol");
+    EXPECT_EQ(test::ReadWholeFile(flow.Files.Path("played.sol")),
+              "#######\n#@ $ .#\n#     #\n#######\n\nrR\n");
+}
+
+TEST_F(FlowTest, SolveFromHere) {
+    constexpr const char* kText = "TEXT ANIM CLEAR";
+    constexpr const char* kFrozen = "There is, at least, one frozen block|";
+    const std::string turned =
+        kFrozen + std::string(
+                      "No solution from here; solvable up to move 6 (push 1), "
+                      "not after move 7 (push 2)");
+    const std::string lost = "open:room key:d key:r key:r key:r key:u key:l key:l here";
+    CheckSights({
+        {"open:room here", "Solution:  3/2|0 pushes so far, 2 to go, best 2", "#@ $ .#", "", kText},
+        {"open:room key:r key:r here", "Solution:  1/1|1 push so far, 1 to go, best 2", "#  @$.#",
+         "", kText},
+        {"open:room key:r key:r here key:r", "Pushes:  1/1|Moves:  1/1", "#   @*#"},
+        {"open:room key:r key:r here key:r hand", "Pushes: 1|Moves: 2", "#  @$.#"},
+        {"open:room key:r key:r here key:r hand undo", "Pushes: 0|Moves: 1", "# @$ .#"},
+        {"open:room key:r key:r here key:r hand undo replay", "Pushes:  1/1|Moves:  1/1",
+         "#   @*#"},
+        {"open:room key:r key:r here anim hand", "Pushes: 1|Moves: 2", "#  @$.#", "",
+         "TEXT CONT< >REPEAT CLEAR"},
+        {"open:room key:r key:r key:r here", "Pushes: 2|It is solved already", "#   @*#"},
+        {lost.c_str(), turned.c_str(), "#$@  .#", "stuck 20", "SOLVE -ANIM CLEAR"},
+        {"open:unsolvable key:r key:r here", nullptr, "#  @$$ ..#", "stuck 23 24"},
+    });
+    flow.Play("open:unsolvable key:r key:r here");
+    EXPECT_EQ(flow.Now().Right, "No solution from here, nor from the start");
+    EXPECT_EQ(flow.View.Clip, "");
+    flow.View.SaveFile = "must not be asked for";
+    flow.Play("ask open:room key:r key:r here");
+    EXPECT_EQ(flow.View.AskedName, "");  // no file for a position of a game
+    EXPECT_EQ(flow.View.Request.LevelName, "room");
+    // A stop ends the questions.
+    Flow other;
+    other.Play("memory:200000 open:long during:escape here");
+    EXPECT_EQ(other.View.Buttons(), "SOLVE -ANIM CLEAR");
+}
+
+TEST_F(FlowTest, ReplayUnderControl) {
+    constexpr const char* kText = "TEXT ANIM CLEAR";
+    constexpr const char* kCont = "TEXT CONT< >REPEAT CLEAR";
+    constexpr const char* kRepeat = "TEXT REPEAT CLEAR";
+    constexpr const char* kStop = "TEXT STOP CLEAR";
+    CheckSights({
+        {"open:easy solve key:r", "Pushes:  1/2|Moves:  2/3", "#  @$.#", "", kCont},
+        {"open:easy solve key:r key:r", "Pushes:  2/2|Moves:  3/3", "#   @*#", "", kRepeat},
+        {"open:easy solve key:r key:r key:l", "Pushes:  1/2|Moves:  2/3", "#  @$.#", "", kCont},
+        {"open:easy solve key:r key:l", "Pushes:  0/2|Moves:  0/3", "#@ $ .#", "", kText},
+        {"open:easy solve key:r key:u key:d", "Pushes:  1/2|Moves:  2/3", "#  @$.#", "", kCont},
+        {"open:easy solve control:r", "Pushes:  0/2|Moves:  1/3", "# @$ .#", "", kCont},
+        {"open:easy solve end control:l", "Pushes:  1/2|Moves:  2/3", "#  @$.#", "", kCont},
+        {"open:easy solve end home", "Pushes:  0/2|Moves:  0/3", "#@ $ .#", "", kText},
+        {"open:easy solve space", nullptr, "#@ $ .#", "", kStop},
+        {"open:easy solve space tick space", "Pushes:  0/2|Moves:  1/3", "# @$ .#", "", kCont},
+        {"open:easy solve key:r anim tick", "Pushes:  2/2|Moves:  3/3", "#   @*#", "", kRepeat},
+        {"open:easy solve key:r animright tick", "Pushes:  0/2|Moves:  1/3", "# @$ .#", "", kStop},
+        {"open:easy solve anim goto:1", "Pushes:  0/2|Moves:  1/3", "# @$ .#", "", kStop},
+        {"open:easy solve anim goto:3", "Pushes:  2/2|Moves:  3/3", "#   @*#", "", kRepeat},
+        {"open:easy solve anim anim goto:1", "Pushes:  0/2|Moves:  1/3", "# @$ .#", "", kCont},
+        {"open:easy solve solve letter1:rRR", "Pushes:  1/2|Moves:  2/3", "#  @$.#", "", kCont},
+        {"open:easy solve solve letter1:#@", nullptr, "#@ $ .#", "", "RETURN -ANIM CLEAR"},
+        {"open:easy goto:2", kReadyLine, "#@ $ .#"},
+        {"open:easy solve hand key:r", "Pushes: 0|Moves: 1", "# @$ .#"},
+        {"open:easy solve hand space end", "Pushes: 0|Moves: 0", "#@ $ .#"},
+    });
+    const auto replay = [](const char* script) {
+        Flow own;
+        own.Play(script);
+        return own.Now().Replay;
+    };
+    EXPECT_FALSE(replay("open:easy").Visible);
+    EXPECT_FALSE(replay("open:easy solve solve").Visible);
+    const ReplayLook one = replay("open:easy solve key:r");
+    EXPECT_TRUE(one.Visible && one.OwnsArrows && !one.Playing);
+    EXPECT_EQ(one.Names, std::vector<std::string>{"fewest pushes: 3/2"});
+    EXPECT_EQ(one.PushMarks, (std::vector<std::int64_t>{2, 3}));
+    const ReplayLook hand = replay("open:easy solve anim tick hand");
+    EXPECT_TRUE(hand.Visible && !hand.OwnsArrows && !hand.Playing);
+}
+
+TEST_F(FlowTest, DrawsWithUndo) {
+    CheckSights({
+        {"open:room edit down:40 up:40", "Editing|", "#@ $ .#|# #   #"},
+        {"open:room edit down:39 move:40 move:41 up:41 undo", nullptr, "#@ $ .#|#     #"},
+        {"open:room edit down:39 move:40 up:40 down:42 up:42 undo", nullptr, "#@ $ .#|###   #"},
+        {"open:room edit down:40 up:40 undo redo", nullptr, "#@ $ .#|# #   #"},
+        {"open:room edit shift:2 undo", nullptr, "#######|#@ $ .#"},
+        {"open:room edit turn:1 undo", nullptr, "#@ $ .#"},
+        {"open:room edit clear undo", nullptr, "#@ $ .#"},
+        {"open:room edit right:22 up:22", "Editing|no box", "#@   .#"},
+        {"open:room edit tool:2 right:22 move:23 move:24 up:24", nullptr, "#@    #"},
+        {"edit shape:1 down:0 move:80 move:40 up:40", nullptr, "###|# #|###"},
+        {"edit shape:1 down:0 move:40 up:40 undo", nullptr, ""},
+        {"open:room edit shape:2 tool:1 down:40 up:40", nullptr, "#@.$..#|#.....#"},
+        {"open:room edit shape:2 tool:5 down:40 up:40", nullptr, "#  $ .#|# @   #"},
+    });
+    flow.Play("open:room edit down:40 up:40 yes escape");
+    EXPECT_EQ(flow.At(40), kFloor);
+    flow.Play("undo");  // undoing all can be undone
+    EXPECT_EQ(flow.At(40), kWall);
+}
+
+TEST_F(FlowTest, SolvesBesideTheDrawing) {
+    const std::vector<std::pair<const char*, const char*>> cases = {
+        {"open:room edit rested", ""},  // off at first
+        {"open:room aside rested", ""},
+        {"open:room edit aside", ""},
+        {"open:room edit aside rested", "Solution: 3/2"},
+        {"open:room edit aside aside rested", ""},
+        {"open:room edit aside rested down:43 up:43", ""},
+        {"open:room edit aside rested down:43 up:43 rested", "Solution: 3/2"},
+        {"open:room edit aside rested down:43 up:43 undo", "Solution: 3/2"},
+        {"open:room edit aside rested anim", ""},
+        {"open:frozen edit aside rested", "a box is stuck"},
+        {"open:done edit aside rested", "solved already"},
+        {"open:unsolvable edit aside rested", "no solution"},
+        {"open:strange edit aside rested", ""},
+    };
+    for (const auto& [script, answer] : cases) {
+        Flow own;
+        own.Play(script);
+        EXPECT_EQ(own.Now().Aside, answer) << script;
+        EXPECT_EQ(own.View.TakeBoxes(), "");
+    }
 }
 
 // What each command answers while the solver, the replay or the editor is at work; nullptr where it

@@ -32,8 +32,8 @@ const std::map<std::string, std::set<std::string>> kForeign = {
 
 // The rooms of the solver, each knows those before it. Files that lie in none: the plain values and
 // the hooks are the ground floor, the facade is the roof.
-const std::vector<std::string> kRooms = {"types",  "hooks", "board", "store",
-                                         "search", "moves", "solver"};
+const std::vector<std::string> kRooms = {"types",  "hooks", "board",  "store",
+                                         "search", "moves", "solver", "board_hints"};
 
 // The place in kRooms of a path below solver/: its first part, without an extension.
 std::size_t RoomOf(const std::string& path) {

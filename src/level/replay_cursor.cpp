@@ -57,6 +57,10 @@ bool ReplayCursor::Seek(std::int64_t move) {
     return at_ != before;
 }
 
+bool ReplayCursor::SeekPush(std::int64_t push) {
+    return Seek(push <= 0 ? 0 : pushMarks_.at(static_cast<std::size_t>(push - 1)));
+}
+
 bool ReplayCursor::Step(int direction) {
     if (TheMan(start_) < 0) return false;
     const char letter = StepMan(position_, direction);

@@ -45,6 +45,8 @@ class ReplayCursor {
     bool Last() { return Seek(playable_); }
     // A place before the start or behind the end is the start or the end.
     bool Seek(std::int64_t move);
+    // Behind the k-th push, the start for 0.
+    bool SeekPush(std::int64_t push);
 
     // Steps where the cursor stands; what followed in the line gives way to it, unless it is the
     // same step. False for a step that the rules forbid, which changes nothing.

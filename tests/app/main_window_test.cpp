@@ -1,5 +1,8 @@
 #include "app/view/main_window.h"
+#include "app/view/layer_chart.h"
+#include "app/view/theme.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDockWidget>
@@ -13,6 +16,8 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTableView>
+#include <QSettings>
+#include <QSlider>
 #include <QTest>
 #include <QToolButton>
 #include <memory>
@@ -44,6 +49,13 @@ constexpr const char* kMenus =
     "mnuOpt4=Fewest moves of all (4), mnuOptSpec=hidden Special\n"
     "mnuConfigure=Configure\n"
     "mnuHash0=Default, mnuHash1=Case 1, mnuHash2=Case 2, mnuHash3=Mixed\n"
+    "mnuUndo=Undo, mnuRedo=Redo, mnuUndoPush=Undo to the Last Push, "
+    "mnuRedoPush=Redo to the Next Push, mnuPlayRestart=Back to the Start, "
+    "mnuSolveHere=Solve from Here, mnuCopyPlayed=Copy Played Moves, "
+    "mnuSavePlayed=Save Played Moves\n"
+    "mnuShape0=Pen, mnuShape1=Rectangle, mnuShape2=Fill, mnuAside=Solve while Drawing\n"
+    "mnuDead=Dead Squares, mnuReach=Reach of a Box, mnuClosing=Figures of the Search, "
+    "mnuTheme0=Colours of the System, mnuTheme1=Light, mnuTheme2=Dark\n"
     "mnuHlp0=Español, mnuHlp1=Français, mnuHlp2=English, mnuHlpInfo=Show Info, "
     "mnuHlpAbout=About";
 
@@ -99,6 +111,7 @@ class MainWindowTest : public QObject {
   private slots:
     void initTestCase() { QApplication::setApplicationVersion("9.8.7"); }
     void init() {
+        QSettings(QSettings::IniFormat, QSettings::UserScope, "kavit", "window").clear();
         folder_ = std::make_unique<TempFolder>();
         folder_->Write("Kavit.ini", " 2000000  8  300  1  0  1 \r\n");
         boxes_ = std::make_unique<BoxCatcher>();
@@ -341,9 +354,11 @@ class MainWindowTest : public QObject {
         paint("ImgEdit5", 20);
         paint("ImgEdit2", 22);
         paint("ImgEdit1", 23);
+        paint("ImgEdit4", 60);
+        QTest::mouseClick(Board(), Qt::RightButton, {}, at(60));  // erases
+        QCOMPARE(Board()->PictureAt(60), kavit::Picture::Floor);
         paint("ImgEdit0", 20);
         QCOMPARE(boxes_->Take(), QString("You can't erase the Man"));
-        QTest::mouseClick(Board(), Qt::RightButton, {}, at(40));  // draws nothing
         Click("btnMover4");
         Click("btnSpMov1");
         Click("btnANIM");
@@ -361,6 +376,161 @@ class MainWindowTest : public QObject {
         Choose("mnuCopyBoard");
         QVERIFY(QApplication::clipboard()->text().contains("#.$ @#"));
         QVERIFY(!QApplication::clipboard()->text().contains('*'));
+    }
+
+    // Keys go to the game while the focus stands on a button, and to the replay behind a solve.
+    void playWithKeys() {
+        Open("room.xsb", "#######\n#@ $ .#\n#     #\n#######\n");
+        const auto press = [&](std::initializer_list<int> keys) {
+            for (const int key : keys)
+                QTest::keyClick(window_->focusWidget(), static_cast<Qt::Key>(key));
+        };
+        window_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+        press({Qt::Key_Right, Qt::Key_Right, Qt::Key_Backspace});
+        QCOMPARE(Line("txtRight"), QString("Moves: 1"));
+        Choose("mnuRedo");
+        QCOMPARE(Board()->PictureAt(22), kavit::Picture::ManRight);
+        Choose("mnuSolveHere");
+        QTRY_COMPARE(Caption("btnSOLVE"), QString("TEXT"));
+        QCOMPARE(Line("txtRight"), QString("1 push so far, 1 to go, best 2"));
+        QVERIFY(Find<QWidget>("frmReplay")->isVisible());
+        Board()->setFocus();
+        press({Qt::Key_End});
+        QCOMPARE(Find<QSlider>("sldMoves")->value(), 1);
+        QCOMPARE(Board()->PictureAt(24), kavit::Picture::BoxOnGoal);
+        Find<QSlider>("sldMoves")->setValue(0);
+        QCOMPARE(Caption("btnANIM"), QString("ANIM"));
+        press({Qt::Key_Space});
+        QTRY_COMPARE(Caption("btnANIM"), QString("REPEAT"));
+        QTest::mouseClick(Find<QToolButton>("btnFirst"), Qt::LeftButton);
+        emit Find<QComboBox>("cmbArrows")->activated(0);
+        press({Qt::Key_Backspace});
+        QCOMPARE(Line("txtRight"), QString("Moves: 1"));
+        // A click walks, two push.
+        const auto click = [&](int cell) {
+            QTest::mouseClick(Board(), Qt::LeftButton, {}, Board()->CellRect(cell).center());
+        };
+        click(43);
+        QCOMPARE(Board()->PictureAt(43), kavit::Picture::ManRight);
+        click(22);
+        click(21);
+        QCOMPARE(Board()->PictureAt(21), kavit::Picture::Box);
+    }
+
+    void drawWithTheKeyboard() {
+        window_->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+        Choose("mnuAside");
+        Choose("mnuEditBoard");
+        QVERIFY(Board()->hasFocus());
+        const auto press = [&](const QString& keys, Qt::KeyboardModifiers with = {}) {
+            const QHash<QChar, Qt::Key> names = {{'l', Qt::Key_Left},  {'d', Qt::Key_Down},
+                                                 {'r', Qt::Key_Right}, {'u', Qt::Key_Up},
+                                                 {' ', Qt::Key_Space}, {'x', Qt::Key_Delete}};
+            for (const QChar key : keys) QTest::keyClick(Board(), names.value(key), with);
+        };
+        press(QString(20, 'u') + QString(20, 'l'));  // to the corner, and no further
+        press("rrrr", Qt::ShiftModifier);
+        press("dd", Qt::ShiftModifier);
+        press("llll", Qt::ShiftModifier);
+        press("uu", Qt::ShiftModifier);
+        const auto put = [&](int tool, const QString& keys) {
+            QTest::keyClick(Board(), static_cast<Qt::Key>(Qt::Key_0 + tool));
+            press(keys);
+        };
+        put(5, "dr ");
+        put(2, "r ");
+        put(1, "r  ");
+        put(2, "d x");
+        QVERIFY(Line("txtRight").contains("wall open"));
+        Choose("mnuUndo");
+        Choose("mnuUndo");
+        QCOMPARE(Line("txtRight"), QString());
+        QTRY_COMPARE(Find<QLabel>("lblAside")->text(), QString("Solution: 1/1"));
+        Click("btnANIM");
+        Choose("mnuCopyBoard");
+        QCOMPARE(QApplication::clipboard()->text().remove('\r'), QString("#####\n#@$.#\n#####\n"));
+    }
+
+    // Everything that takes the keyboard says what it is.
+    void accessibleNames() {
+        Open("room.xsb", kEasy);
+        Solve();
+        Choose("mnuClosing");
+        int controls = 0;
+        const std::function<void(QAccessibleInterface*)> walk = [&](QAccessibleInterface* at) {
+            if (at->state().invisible || at->role() == QAccessible::ScrollBar) return;
+            if (at->state().focusable) {
+                ++controls;
+                const QByteArray what = at->object() ? at->object()->objectName().toUtf8() : "?";
+                QVERIFY2(!at->text(QAccessible::Name).isEmpty(), what);
+                QVERIFY2(at->role() != QAccessible::NoRole, what);
+            }
+            for (int i = 0; i < at->childCount(); ++i)
+                if (QAccessibleInterface* child = at->child(i)) walk(child);
+        };
+        walk(QAccessible::queryAccessibleInterface(window_.get()));
+        QVERIFY2(controls > 20, qPrintable(QString::number(controls)));
+        // Tab comes to all of them, and the board is among them.
+        QSet<QWidget*> seen;
+        for (QWidget* at = window_->nextInFocusChain(); !seen.contains(at);
+             at = at->nextInFocusChain())
+            seen.insert(at);
+        QVERIFY(seen.contains(Board()) && Board()->focusPolicy() == Qt::StrongFocus);
+    }
+
+    // Texts stand out from their grounds, in both themes: 4.5 to 1 and more.
+    void contrast() {
+        const auto light = [](const QColor& colour) {
+            const auto part = [](double c) {
+                return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+            };
+            return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) +
+                   0.0722 * part(colour.blueF());
+        };
+        using P = QPalette;
+        const std::pair<P::ColorRole, P::ColorRole> pairs[] = {{P::WindowText, P::Window},
+                                                               {P::Text, P::Base},
+                                                               {P::ButtonText, P::Button},
+                                                               {P::ToolTipText, P::Base},
+                                                               {P::PlaceholderText, P::Base},
+                                                               {P::HighlightedText, P::Highlight},
+                                                               {P::Link, P::Base}};
+        for (const auto theme : {kavit::Theme::Light, kavit::Theme::Dark}) {
+            const QPalette palette = kavit::PaletteOf(theme);
+            QCOMPARE(kavit::IsDark(palette), theme == kavit::Theme::Dark);
+            for (const auto group : {P::Active, P::Disabled}) {
+                for (const auto& [text, ground] : pairs) {
+                    const double a = light(palette.color(group, text));
+                    const double b = light(palette.color(group, ground));
+                    const double ratio = (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+                    QVERIFY2(ratio >= 4.5,
+                             qPrintable(QString("%1 on %2: %3").arg(text).arg(ground).arg(ratio)));
+                }
+            }
+        }
+        Choose("mnuTheme2");
+        QTRY_VERIFY(kavit::IsDark(window_->palette()));
+        const QImage dark = Board()->grab().toImage();
+        Choose("mnuTheme1");
+        QTRY_VERIFY(!kavit::IsDark(window_->palette()));
+        QVERIFY(Board()->grab().toImage() != dark);
+        Choose("mnuTheme0");
+    }
+
+    void chartIsSaved() {
+        Open("a.xsb", kEasy);
+        Solve();
+        auto* chart = window_->findChild<kavit::LayerChart*>();
+        for (const char* name : {"layers.csv", "layers.svg", "layers.png"}) {
+            const QString file = QString::fromStdString(folder_->Path(name));
+            QCOMPARE(chart->Save(file), QString());
+            QVERIFY(QFileInfo(file).size() > 20);
+        }
+        QVERIFY(chart->Csv().startsWith("layer,forward,backward\n0,1,"));
+        QVERIFY(chart->Save("layers.xyz").contains("layers.xyz"));
+        QVERIFY(!chart->Save("/nowhere/layers.png").isEmpty());
     }
 
     void importAndPaste() {

@@ -50,6 +50,11 @@ class FakeView final : public kavit::View, private kavit::SolveObserver {
         if (OnReport) OnReport(report);
         Run([&](kavit::Model& m) { m.Solve.SearchEnded(std::move(report)); });
     }
+    void StartAside(kavit::SolveSession& session, const kavit::SolveRequest& request) override {
+        kavit::SolveObserver nobody;
+        const kavit::SolveReport report = session.Run(request, nobody);
+        Run([&](kavit::Model& m) { m.Aside.Ended(report); });
+    }
     void Quit() override { ++Quits; }
 
     void Run(const std::function<void(kavit::Model&)>& command) { Owner->Run(command); }

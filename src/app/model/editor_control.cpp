@@ -1,6 +1,8 @@
 #include "app/model/editor_control.h"
 
 #include "level/editor.h"
+#include "level/editor_shapes.h"
+#include "level/refusal.h"
 #include "level/transform.h"
 
 namespace kavit {
@@ -10,6 +12,8 @@ void EditorControl::Open() {
     solution_.SetAside();
     settings_.ApplyPending();
     before_ = levels_.Level();
+    history_ = History<OpenLevel>(before_);
+    drawn_ = false;
     desk_.Fire(Event::EditOpened);
     desk_.SetTitle("Editing");
     desk_.ShowMsg(Result::Editing);
@@ -17,13 +21,14 @@ void EditorControl::Open() {
     dragging_ = false;
     man_ = Picture::ManDown;
     SelectTool(kWall);
+    SelectShape(Shape::Pen);
     ShowBoard();
 }
 
 void EditorControl::Done() {
     if (!IsEditing(desk_.Now())) return;
+    CellUp();
     desk_.Fire(Event::EditClosed);
-    dragging_ = false;
     tool_ = desk_.Screen.Tool = kNoTool;
     OpenLevel& level = levels_.Level();
     if (level.Board.Cell != before_.Board.Cell) level.Bad = false;
@@ -41,11 +46,31 @@ void EditorControl::UndoAll() {
         Choice::Yes) {
         return;
     }
-    dragging_ = false;
+    CellUp();
     levels_.Level() = before_;
     desk_.Fire(Event::EditUndone);
     desk_.SetTitle("Editing");
+    Changed();
+}
+
+void EditorControl::Take(const OpenLevel& (History<OpenLevel>::*step)()) {
+    if (!IsEditing(desk_.Now())) return;
+    CellUp();
+    levels_.Level() = (history_.*step)();
+    drawn_ = true;
     ShowBoard();
+}
+
+// A step is complete.
+void EditorControl::Changed() {
+    history_.Note(levels_.Level());
+    drawn_ = true;
+    ShowBoard();
+}
+
+void EditorControl::SelectShape(Shape shape) {
+    shape_ = shape;
+    desk_.Screen.Shape = static_cast<int>(shape);
 }
 
 void EditorControl::SelectTool(int tool) {
@@ -53,20 +78,41 @@ void EditorControl::SelectTool(int tool) {
     tool_ = desk_.Screen.Tool = tool;
 }
 
-void EditorControl::CellDown(int index) {
+void EditorControl::CellDown(int index, bool erase) {
     if (!IsEditing(desk_.Now())) return;
+    erasing_ = erase;
+    if (shape_ != Shape::Pen && !erase && !PaintsMan()) {
+        corner_ = index;
+        underneath_ = levels_.Level().Board;
+        dragging_ = shape_ == Shape::Rectangle;
+        if (shape_ == Shape::Fill) (void)FillArea(levels_.Level().Board, index, Pen());
+        return ShowBoard();
+    }
     if (PaintsMan() && tool_ != kManOnGoal) man_ = PictureOf(tool_);
     dragging_ = Paint(index, "You can't erase the Man") && !PaintsMan();
 }
 
 void EditorControl::CellMove(int index) {
-    if (IsEditing(desk_.Now()) && dragging_) (void)Paint(index, "Can't drag over the Man");
+    if (!IsEditing(desk_.Now()) || !dragging_) return;
+    if (shape_ != Shape::Rectangle || erasing_) {
+        (void)Paint(index, "Can't drag over the Man");
+        return;
+    }
+    levels_.Level().Board = underneath_;
+    (void)DrawRectangle(levels_.Level().Board, corner_, index, Pen());
+    ShowBoard();
+}
+
+void EditorControl::CellUp() {
+    if (!IsEditing(desk_.Now())) return;
+    dragging_ = erasing_ = false;
+    if (levels_.Level() != history_.Now()) Changed();
 }
 
 // False when the man stands there: only another man takes his place.
 bool EditorControl::Paint(int index, const char* refusal) {
     // The three men who look to a side are the man.
-    const int code = PaintsMan() && tool_ != kManOnGoal ? kMan : tool_;
+    const int code = PaintsMan() && tool_ != kManOnGoal ? kMan : Pen();
     const bool painted = PaintCell(levels_.Level().Board, index, static_cast<std::uint8_t>(code));
     if (!painted) desk_.Say(refusal);
     ShowBoard();
@@ -88,15 +134,28 @@ void EditorControl::MirrorRotate(int index) {
                   " columns wide; only levels of up to " + std::to_string(Maxrow) +
                   " columns can be turned or mirrored");
     }
-    ShowBoard();
+    Changed();
 }
 
 // CLEAR, in the editor or not.
 void EditorControl::Clear() {
     if (desk_.Refused(Need::Exit)) return;
     if (!IsEditing(desk_.Now())) desk_.ShowMsg(Result::StartUp);
-    dragging_ = false;
+    CellUp();
     levels_.Clear();
+    if (IsEditing(desk_.Now())) Changed();
+}
+
+void EditorControl::Present() {
+    if (!IsEditing(desk_.Now())) return;
+    BoardMarks& marks = desk_.Screen.Marks = {};
+    if (!drawn_) return;
+    std::string& line = desk_.Screen.Right;
+    line.clear();
+    for (const Refusal& refusal : WhyRefused(levels_.Level().Board)) {
+        line += (line.empty() ? "" : "; ") + refusal.Text;
+        marks.Wrong.insert(marks.Wrong.end(), refusal.Cells.begin(), refusal.Cells.end());
+    }
 }
 
 }  // namespace kavit

@@ -4,16 +4,23 @@
 #include "app/model/level_control.h"
 #include "app/model/settings_control.h"
 #include "app/model/solution_control.h"
+#include "level/history.h"
 
 namespace kavit {
 
 // The editing mode: Edit Board opens it, DONE (the caption of btnANIM meanwhile) closes it and
 // leaves SOLVE ready for what was drawn. Escape offers the way back to the board as it was.
 //
+// A stroke, a shape, a turn, CLEAR are each one step of undo and redo; undoing everything can be
+// undone as well. While the board is drawn, what keeps it from being solved is marked and said.
+//
 // The pen paints one cell where the button goes down and, unless it paints men, every cell that
 // the pointer passes until the button goes up.
 class EditorControl {
   public:
+    // What a press does: the pen draws, or it lays out the walls of a room, or floods an area.
+    enum class Shape : std::uint8_t { Pen, Rectangle, Fill };
+
     EditorControl(Desk& desk, SettingsControl& settings, LevelControl& levels,
                   SolutionControl& solution)
         : desk_(desk), settings_(settings), levels_(levels), solution_(solution) {}
@@ -23,15 +30,23 @@ class EditorControl {
     void UndoAll();
 
     void SelectTool(int tool);
-    void CellDown(int index);
+    void SelectShape(Shape shape);
+    void CellDown(int index, bool erase = false);
     void CellMove(int index);  // the pointer is over this cell, or beside the board next to it
-    void CellUp() { dragging_ = false; }
+    void CellUp();
+    void Undo() { Take(&History<OpenLevel>::Undo); }
+    void Redo() { Take(&History<OpenLevel>::Redo); }
     void Shift(int index);
     void MirrorRotate(int index);
     void Clear();
+    // After each command: the marks of the drawing.
+    void Present();
 
   private:
-    [[nodiscard]] bool PaintsMan() const { return tool_ >= kMan; }
+    [[nodiscard]] bool PaintsMan() const { return Pen() >= kMan; }
+    void Take(const OpenLevel& (History<OpenLevel>::*step)());
+    void Changed();
+    [[nodiscard]] int Pen() const { return erasing_ ? kFloor : tool_; }
     [[nodiscard]] bool Paint(int index, const char* refusal);
     void ShowBoard() { desk_.ShowBoard(levels_.Level().Board, man_); }
 
@@ -42,7 +57,13 @@ class EditorControl {
 
     OpenLevel before_;
     int tool_ = kNoTool;
+    Shape shape_ = Shape::Pen;
+    bool erasing_ = false;
     bool dragging_ = false;
+    int corner_ = 0;    // of a rectangle that is drawn
+    Board underneath_;  // and the board without it
+    History<OpenLevel> history_;
+    bool drawn_ = false;              // something was, since the editor opened
     Picture man_ = Picture::ManDown;  // the way he looks is only his picture
 };
 

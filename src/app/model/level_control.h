@@ -26,6 +26,8 @@ struct OpenLevel {
     [[nodiscard]] bool Built() const;
     [[nodiscard]] bool Moved() const { return !Built() && Board.Cell != AsRead->Cell; }
     [[nodiscard]] std::string Name() const { return Built() ? "" : FileName; }
+
+    bool operator==(const OpenLevel&) const = default;
 };
 
 // The level on the board: files, the folder around them, the Examples menu, saving, and the

@@ -62,6 +62,8 @@ void Model::EscapePressed() {
         Solution.AnimReleased(true);
     } else if (desk_.Screen.PanelVisible) {
         Settings.Cancel();
+    } else if (Play.LeaveBox()) {
+        return;
     } else if (IsEditing(desk_.Now())) {
         Editor.UndoAll();
     } else if (HasBox(desk_.Now())) {
@@ -83,6 +85,60 @@ void Model::PaletteClicked(int tool) {
 
 void Model::ShowHelp(int topic) {
     desk_.Window().ShowHelp(topic, Levels.Level().Name());
+}
+
+void Model::Restart() {
+    Play.Restart();
+    Levels.Restart();
+}
+
+// Left and right step the replay by pushes, with Ctrl by moves.
+void Model::ArrowPressed(int direction, bool control) {
+    if (!desk_.Screen.Replay.OwnsArrows) return Play.Step(direction);
+    if (direction % 2 != 0) return;
+    if (control) return Solution.StepMove(direction == 2);
+    Solution.StepPush(direction == 2);
+}
+
+void Model::EndPressed(bool last) {
+    const ReplayLook& replay = desk_.Screen.Replay;
+    if (replay.OwnsArrows) Solution.GoTo(last ? replay.Moves : 0);
+}
+
+void Model::SpacePressed() {
+    if (desk_.Screen.Replay.OwnsArrows) Solution.PlayOrPause();
+}
+
+void Model::Undo() {
+    if (IsEditing(desk_.Now())) return Editor.Undo();
+    Play.Undo();
+}
+
+void Model::Redo() {
+    if (IsEditing(desk_.Now())) return Editor.Redo();
+    Play.Redo();
+}
+
+void Model::CellDown(int cell, bool rightButton) {
+    if (IsEditing(desk_.Now())) return Editor.CellDown(cell, rightButton);
+    Play.CellDown(cell, rightButton);
+}
+
+void Model::CellMove(int cell) {
+    if (IsEditing(desk_.Now())) return Editor.CellMove(cell);
+    Play.CellHovered(cell);
+}
+
+void Model::CellUp(int cell) {
+    if (IsEditing(desk_.Now())) return Editor.CellUp();
+    Play.CellUp(cell);
+}
+
+void Model::Present() {
+    Solution.Present();
+    Play.Present();
+    Editor.Present();
+    Aside.Present();
 }
 
 }  // namespace kavit

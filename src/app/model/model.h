@@ -4,11 +4,13 @@
 #include <string>
 
 #include "app/model/album_control.h"
+#include "app/model/aside_control.h"
 #include "app/model/choices_control.h"
 #include "app/model/desk.h"
 #include "app/model/editor_control.h"
 #include "app/model/import_control.h"
 #include "app/model/level_control.h"
+#include "app/model/play_control.h"
 #include "app/model/settings_control.h"
 #include "app/model/solution_control.h"
 #include "app/model/solve_control.h"
@@ -31,6 +33,7 @@ class Model {
     void Run(Command command) {
         command(*this);
         Choices.Show();
+        Present();
         desk_.Show();
     }
 
@@ -39,8 +42,21 @@ class Model {
     void EscapePressed();
     void PaletteClicked(int tool);
     void ShowHelp(int topic);
+    // Keys and presses that go to the editor, to the replay or to hand play, whichever is there.
+    void ArrowPressed(int direction, bool control);
+    void EndPressed(bool last);
+    void SpacePressed();
+    void Undo();
+    void Redo();
+    void CellDown(int cell, bool rightButton);
+    void CellMove(int cell);
+    void CellUp(int cell);
+    // The level as it is, neither solved nor played.
+    void Restart();
 
   private:
+    void Present();
+
     Desk desk_;
     std::filesystem::path folder_;
     kavit::Solver solver_;
@@ -54,6 +70,8 @@ class Model {
     ChoicesControl Choices{desk_, Settings, Levels, Solution};
     SolveControl Solve;
     AlbumControl Album{desk_, Levels, Solution, Solve};
+    PlayControl Play{desk_, Levels, Solution, Solve};
+    AsideControl Aside{desk_, Levels};
 };
 
 }  // namespace kavit

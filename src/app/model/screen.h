@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "app/model/board_marks.h"
+#include "app/model/replay_look.h"
 #include "level/board.h"
 
 // All that the window shows, as one value. The model changes it and the view draws it; nothing is
@@ -37,6 +39,12 @@ inline constexpr int kTools = 10;
         Picture::Wall,  Picture::ManDown,  Picture::ManLeft, Picture::ManRight,
         Picture::ManUp, Picture::ManOnGoal};
     return code >= 0 && code < kTools ? pictures[static_cast<std::size_t>(code)] : Picture::Floor;
+}
+
+// The man after a step in a direction of Dir; he looks at the user before the first.
+[[nodiscard]] constexpr Picture PictureOfMan(int direction) {
+    return direction < 0 ? Picture::ManDown
+                         : static_cast<Picture>(static_cast<int>(Picture::ManLeft) + direction);
 }
 
 // What stands in the fields of the settings panel.
@@ -80,14 +88,21 @@ struct Screen {
     std::int64_t Progress = 0;
 
     std::array<Picture, kCells> Cells{};
+    BoardMarks Marks;
+    bool ShowDead = false;
+    bool ShowReach = false;
+    ReplayLook Replay;
 
     // The text box over the board.
     bool BoxVisible = false;
     bool BoxReadOnly = false;
     std::string BoxText;
 
+    bool AsideOn = false;  // what is drawn is solved beside the drawing
+    std::string Aside;     // and what came of it
     bool Editing = false;  // the editor's buttons instead of the progress bar
     int Tool = kNoTool;
+    int Shape = 0;         // of DrawShape
     bool Solving = false;  // the clock of a solve runs
     bool Playing = false;  // the clock of the replay runs
 
@@ -109,6 +124,11 @@ struct Screen {
     int HashCase = 0;
     bool OptSpecial = false;
     bool ExpertMenus = false;
+
+    // What the last search took, and its positions by layer.
+    std::string Closing;
+    std::vector<std::int64_t> ForwLayers;
+    std::vector<std::int64_t> BackLayers;
 };
 
 }  // namespace kavit

@@ -1,15 +1,23 @@
 #include "app/model/solution_control.h"
 
+#include <iterator>
+
 #include "output/atomic_file.h"
 #include "output/solution_file.h"
 
 namespace kavit {
 
-// The file comes last of what can fail: the text view and the clipboard have the solution by then.
-void SolutionControl::Take(SolveReport report, const std::filesystem::path& folder) {
+void SolutionControl::Show(SolveReport report) {
     report_ = std::move(report);
+    chosen_ = 0;
+    Load();
+}
+
+// The file comes last of what can fail: the text view and the clipboard have the solution by then.
+void SolutionControl::Take(SolveReport report, const std::filesystem::path& folder, bool write) {
+    Show(std::move(report));
     desk_.Window().SetClipboard(report_->Kept[0]->SolString);
-    Write(folder);
+    if (write) Write(folder);
     if (report_ && !report_->EndedEarly()) desk_.ShowMsg(Result::SolutionInClipboard);
 }
 
@@ -51,7 +59,7 @@ void SolutionControl::Copy() {
         if (desk_.Now() != State::Solving) desk_.Screen.Right = "Nothing to Show";
         return;
     }
-    desk_.Window().SetClipboard(report_->Kept[0]->SolString);
+    desk_.Window().SetClipboard(Chosen().SolString);
     desk_.Screen.Right = "The solution is on the clipboard";
 }
 
@@ -63,7 +71,9 @@ void SolutionControl::ShowText() {
 
 void SolutionControl::SetAside() {
     desk_.Fire(Event::SetAside);
-    if (Known()) desk_.ShowBoard(report_->Request.Level);  // without what a replay left there
+    if (!Known()) return;
+    replay_.First();
+    desk_.ShowBoard(report_->Request.Level);  // without what a replay left there
 }
 
 // Left goes on from where a replay was stopped; any other button starts again.
@@ -84,14 +94,97 @@ void SolutionControl::AnimReleased(bool left) {
 }
 
 void SolutionControl::Begin() {
-    const KeptSolution& solution = *report_->Kept[0];
-    if (solution.SolMoves == 0) {
+    if (Chosen().SolMoves == 0) {
         desk_.Screen.Right = "Nothing to Show";
         return;
     }
-    replay_ = ReplayCursor(report_->Request.Level, solution.SolString);
+    replay_.First();
     desk_.ShowBoard(replay_.Position());
     desk_.Fire(Event::PlayStarted);
+}
+
+void SolutionControl::Load() {
+    replay_ = ReplayCursor(report_->Request.Level, Chosen().SolString);
+}
+
+void SolutionControl::Choose(int solution) {
+    if (!ShowsSolution(desk_.Now())) return;
+    chosen_ = static_cast<std::size_t>(solution);
+    Load();
+    Sought();
+}
+
+void SolutionControl::GoTo(std::int64_t move) {
+    if (!ShowsSolution(desk_.Now())) return;
+    replay_.Seek(move);
+    Sought();
+}
+
+void SolutionControl::TextClicked(const std::string& line, std::int64_t column) {
+    if (desk_.Now() != State::ShowingText) return;
+    for (std::size_t k = 0; k < (report_->HasTwoSolutions() ? 2 : 1); ++k) {
+        if (line != report_->Kept[k]->SolString) continue;
+        SetAside();
+        Choose(static_cast<int>(k));
+        return GoTo(column + 1);
+    }
+}
+
+void SolutionControl::StepPush(bool forward) {
+    if (!ShowsSolution(desk_.Now())) return;
+    if (forward) replay_.ForwardPush();
+    if (!forward) replay_.BackPush();
+    Sought();
+}
+
+// A replay that runs goes on from the new place.
+void SolutionControl::Sought() {
+    if (desk_.Now() == State::Halting) desk_.Fire(Event::PlayHalted);
+    if (replay_.AtEnd()) {
+        desk_.Fire(Event::PlayDone);
+    } else if (!IsPlaying(desk_.Now())) {
+        desk_.Fire(replay_.At() == 0 ? Event::SoughtStart : Event::Sought);
+    }
+    ShowReplay();
+}
+
+void SolutionControl::PlayOrPause() {
+    if (desk_.Now() == State::Replaying) return Pause();
+    AnimReleased(true);
+}
+
+void SolutionControl::Pause() {
+    desk_.Fire(Event::HaltAsked);
+    desk_.Fire(Event::PlayHalted);
+}
+
+void SolutionControl::SetSpeed(int index) {
+    if (index >= 0 && index < static_cast<int>(std::size(kReplaySpeeds))) speed_ = index;
+}
+
+// The bar, as it is now. A solution that is no longer on the board has none.
+void SolutionControl::Present() {
+    ReplayLook& look = desk_.Screen.Replay;
+    look.Speed = speed_;
+    look.Visible = Known() && ShowsSolution(desk_.Now());
+    if (!look.Visible) return;
+    const auto name = [](const char* what, const KeptSolution& solution) {
+        return std::string(what) + std::to_string(solution.SolMoves) + "/" +
+               std::to_string(solution.SolPushes);
+    };
+    look.Names = {name("fewest pushes: ", *report_->Kept[1])};
+    if (report_->HasTwoSolutions()) {
+        const char* const what =
+            report_->FewestMovesProved ? "fewest moves: " : "fewest moves found: ";
+        look.Names.insert(look.Names.begin(), name(what, *report_->Kept[0]));
+    }
+    look.Chosen = static_cast<int>(chosen_);
+    look.At = replay_.At();
+    look.Moves = replay_.Moves();
+    look.PushesAt = replay_.PushesAt();
+    look.Pushes = replay_.Pushes();
+    look.PushMarks = replay_.PushMarks();
+    look.Playing = IsPlaying(desk_.Now());
 }
 
 void SolutionControl::AnimTick() {
@@ -103,15 +196,12 @@ void SolutionControl::AnimTick() {
 }
 
 void SolutionControl::ShowReplay() {
-    const int facing = replay_.Facing();
-    desk_.ShowBoard(replay_.Position(),
-                    facing < 0 ? Picture::ManDown
-                               : static_cast<Picture>(static_cast<int>(Picture::ManLeft) + facing));
+    desk_.ShowBoard(replay_.Position(), PictureOfMan(replay_.Facing()));
     MessageValues values;
     values.AnimMoves = replay_.At();
     values.AnimPushes = replay_.PushesAt();
-    values.SolMoves[0] = report_->Kept[0]->SolMoves;
-    values.SolPushes[0] = report_->Kept[0]->SolPushes;
+    values.SolMoves[0] = Chosen().SolMoves;
+    values.SolPushes[0] = Chosen().SolPushes;
     desk_.ShowMsg(Result::AnimProgress, values);
 }
 

@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "level/steps.h"
 #include "level/transform.h"
+#include "output/closing_block.h"
 #include "output/number_text.h"
 #include "solver/store/store_size.h"
 
@@ -25,30 +27,32 @@ std::string DetailsOf(const SolveProgress& p) {
 
 }  // namespace
 
-void SolveControl::Start() {
+void SolveControl::StartFrom(const Board& board, Purpose purpose, Then then) {
     OpenLevel& level = levels_.Level();
     if (level.Bad) return;
     desk_.Screen.Title = "Solving " + level.Name();
     solution_.Forget();
+    SolveRequest request;
+    request.Level = board;
     // A shift leaves it where the man stood before.
-    if (const auto man = FindMan(level.Board)) {
-        level.Board.ManPos = static_cast<std::int16_t>(*man);
-    }
+    if (const auto man = FindMan(board)) request.Level.ManPos = static_cast<std::int16_t>(*man);
+    if (purpose == Purpose::Level) level.Board.ManPos = request.Level.ManPos;
+    purpose_ = purpose;
+    then_ = std::move(then);
     desk_.Fire(Event::SearchBegun);
-    desk_.ShowBoard(level.Board);
-    desk_.ShowMsg(Result::Ok);
+    desk_.ShowBoard(board);
+    if (purpose != Purpose::Probe) desk_.ShowMsg(Result::Ok);
     desk_.ClearLabels();
     desk_.Screen.Progress = 0;
     begun_ = clock_();
     ShowElapsed();
 
     // What the report needs is taken now: nothing of it can change while the solve runs.
-    SolveRequest request;
-    request.Level = level.Board;
     request.Options = choices_.Options();
+    if (purpose == Purpose::Probe) request.Options.OptLevel = OptLevel::None;
     request.MaxTime = settings_.Values().Fields.MaxTime;
     request.LevelName = level.Name();
-    request.BoardImported = level.Built();
+    request.BoardImported = level.Built() || purpose != Purpose::Level;
     request.BoardMoved = level.Moved();
     request.HideExpert = choices_.HideExpert();
     session_.ForgetStop();
@@ -76,7 +80,7 @@ void SolveControl::ShowElapsed() {
 }
 
 void SolveControl::SearchSaid(const MessageLines& lines) {
-    desk_.PutLines(lines);
+    if (purpose_ != Purpose::Probe) desk_.PutLines(lines);
 }
 
 void SolveControl::SearchCame(const SolveProgress& progress) {
@@ -90,20 +94,27 @@ void SolveControl::SideChanged(char side) {
 }
 
 void SolveControl::SearchEnded(SolveReport report) {
-    ShowEnd(report);
+    const Then then = std::exchange(then_, nullptr);
+    ShowElapsed();
+    desk_.SetTitle(levels_.Level().Name());
+    if (purpose_ == Purpose::Probe) {
+        desk_.Fire(Event::EndedWithout);
+    } else {
+        ShowEnd(report);
+    }
+    if (then) return then(report);
     if (OnEnded && desk_.Now() != State::Solving) OnEnded(report);
 }
 
 void SolveControl::ShowEnd(const SolveReport& report) {
-    ShowElapsed();
     desk_.PutLines(report.Lines);
-    desk_.SetTitle(levels_.Level().Name());
+    ShowFigures(report.Counters);
     if (report.HasSolution()) {
         desk_.Fire(Event::SolutionFound);
         desk_.Screen.Progress = report.Counters.BucketCnt;
         desk_.Screen.Debug = "Pos.Count = " + B(report.Counters.BucketCnt) +
                              (report.MovesProved ? "; fewest moves proved" : "");
-        solution_.Take(report, levels_.Folder());
+        solution_.Take(report, levels_.Folder(), purpose_ == Purpose::Level);
         if (!report.Fault.empty())
             desk_.Say(report.Fault);  // what the search found holds all the same
         return;
@@ -116,15 +127,20 @@ void SolveControl::ShowEnd(const SolveReport& report) {
     if (report.Refused()) {
         desk_.Fire(Event::CheckFailed);
         desk_.ClearLabels();
-        if (report.Code == Result::TooManyBoxes && !desk_.Screen.SolvingAll)
-            OfferBlocks(report.Request.Level);
+        if (report.Code == Result::TooManyBoxes && MayOffer()) OfferBlocks(report.Request.Level);
         return;
     }
     desk_.Screen.Progress = report.Counters.BucketCnt;
     desk_.Screen.Debug = "Pos.Count = " + B(report.Counters.BucketCnt);
     const bool full = report.Code == Result::OutOfMemory;
     desk_.Fire(full ? Event::MemoryRanOut : Event::EndedWithout);
-    if (full && !desk_.Screen.SolvingAll) OfferMemory();
+    if (full && MayOffer()) OfferMemory();
+}
+
+// Larger sizes are offered for a level that the user solves, and for nothing that is asked on the
+// way.
+bool SolveControl::MayOffer() const {
+    return purpose_ == Purpose::Level && !desk_.Screen.SolvingAll;
 }
 
 // The box limit is a size like the others: who has a level with more may go on at once.
@@ -156,6 +172,24 @@ void SolveControl::OfferMemory() {
     if (!settings_.Apply(sizes)) return;
     desk_.Fire(Event::MemoryLeft);
     Start();
+}
+
+// The solver keeps its layers until the next search.
+void SolveControl::ShowFigures(const SearchCounters& counters) {
+    desk_.Screen.Closing = ClosingBlock(counters, settings_.Values().Fields.NumPos);
+    const auto sizes = [](const LayerTables::Table& table) {
+        std::vector<std::int64_t> positions;
+        for (std::size_t layer = 1; layer < table.size(); ++layer) {
+            std::int64_t count = 0;
+            for (const LayerRun& run : table[layer])
+                if (run.Top != 0) count += run.End - run.Top + 1;
+            positions.push_back(count);
+        }
+        while (!positions.empty() && positions.back() == 0) positions.pop_back();
+        return positions;
+    };
+    desk_.Screen.ForwLayers = sizes(solver_.Layers().ForwTopEnd);
+    desk_.Screen.BackLayers = sizes(solver_.Layers().BackTopEnd);
 }
 
 }  // namespace kavit

@@ -26,10 +26,17 @@ class SolveControl {
           levels_(levels),
           solution_(solution),
           choices_(choices),
+          solver_(solver),
           session_(solver),
           clock_(std::move(clock)) {}
 
-    void Start();
+    void Start() { StartFrom(levels_.Level().Board, Purpose::Level, nullptr); }
+    // What a search is for: the level, a position of a game, or a question about one, whose answer
+    // is no solution to show.
+    enum class Purpose : std::uint8_t { Level, FromHere, Probe };
+    using Then = std::function<void(const SolveReport&)>;
+    // `then` hears of the end, when the window shows it.
+    void StartFrom(const Board& board, Purpose purpose, Then then);
     void Stop();
     // STOP behind a search that ran out of memory.
     void LeaveOutOfMemory();
@@ -50,13 +57,18 @@ class SolveControl {
     void ShowEnd(const SolveReport& report);
     void OfferBlocks(const Board& level);
     void OfferMemory();
+    [[nodiscard]] bool MayOffer() const;
+    void ShowFigures(const SearchCounters& counters);
 
     Desk& desk_;
     SettingsControl& settings_;
     LevelControl& levels_;
     SolutionControl& solution_;
     const ChoicesControl& choices_;
+    Solver& solver_;
     SolveSession session_;
+    Purpose purpose_ = Purpose::Level;
+    Then then_;
     SecondsClock clock_;
     double begun_ = 0;
 };

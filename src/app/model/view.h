@@ -48,6 +48,9 @@ class View {
     // report come back to the model on the window's thread: SearchSaid, SearchCame, SearchEnded.
     virtual void StartSearch(SolveSession& session, const SolveRequest& request) = 0;
 
+    // The same for what is drawn; its report alone comes back: Aside.Ended.
+    virtual void StartAside(SolveSession& session, const SolveRequest& request) = 0;
+
     // Ends the program.
     virtual void Quit() = 0;
 };

@@ -63,6 +63,9 @@ constexpr Transition kTransitions[] = {
     {In(Replaying), HaltAsked, Halting},
     {In(Halting), PlayHalted, Paused},
     {In(Replaying), PlayDone, Replayed},
+    {kStill, PlayDone, Replayed},
+    {kStill, SoughtStart, Solved},
+    {kStill, Sought, Paused},
 };
 
 struct Refusal {

@@ -53,6 +53,9 @@ enum class Event : std::uint8_t {
     HaltAsked,
     PlayHalted,
     PlayDone,
+    // It was put to a place by hand: the start, or one within.
+    SoughtStart,
+    Sought,
 };
 
 class StateMachine {
@@ -73,6 +76,11 @@ class StateMachine {
 }
 [[nodiscard]] constexpr bool IsPlaying(State state) {
     return state == State::Replaying || state == State::Halting;
+}
+// A solution is there, and the board in sight.
+[[nodiscard]] constexpr bool ShowsSolution(State state) {
+    return IsPlaying(state) || state == State::Solved || state == State::Paused ||
+           state == State::Replayed;
 }
 [[nodiscard]] constexpr bool HasBox(State state) {
     return state == State::ShowingText || state == State::Importing;

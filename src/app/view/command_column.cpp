@@ -23,6 +23,7 @@ CommandColumn::CommandColumn(QWidget* parent)
       letter_(new QLabel(this)),
       palette_(new PaletteView(this)),
       editor_(new QWidget(this)),
+      aside_(new QLabel(this)),
       panel_(new SettingsPanel(this)) {
     letter_->setObjectName(QStringLiteral("lblOpt"));
     letter_->setTextFormat(Qt::PlainText);
@@ -38,6 +39,10 @@ CommandColumn::CommandColumn(QWidget* parent)
     letter_->installEventFilter(this);
     anim_->installEventFilter(this);
     MakeEditorButtons();
+    aside_->setObjectName(QStringLiteral("lblAside"));
+    aside_->setTextFormat(Qt::PlainText);
+    aside_->setWordWrap(true);
+    aside_->setAccessibleName(tr("Solution of what is drawn"));
 
     auto* moves = new QRadioButton(tr("Moves"), this);
     moves->setObjectName(QStringLiteral("OptMovPus0"));
@@ -54,6 +59,7 @@ CommandColumn::CommandColumn(QWidget* parent)
     column->addWidget(letter_);
     column->addWidget(palette_, 0, Qt::AlignHCenter);
     column->addWidget(editor_);
+    column->addWidget(aside_);
     column->addWidget(panel_);
     column->addStretch(1);
     column->addWidget(moves);
@@ -122,6 +128,8 @@ void CommandColumn::Show(const Screen& screen) {
     letter_->setFont(font);
     palette_->Show(screen.Editing ? screen.Tool : kNoTool);
     editor_->setVisible(screen.Editing);
+    aside_->setText(Shown(screen.Aside));
+    aside_->setVisible(!screen.Aside.empty());
     panel_->Show(screen);
 }
 

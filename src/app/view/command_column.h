@@ -53,6 +53,7 @@ class CommandColumn : public QWidget {
     QLabel* letter_;
     PaletteView* palette_;
     QWidget* editor_;
+    QLabel* aside_;
     SettingsPanel* panel_;
 };
 

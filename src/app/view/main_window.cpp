@@ -1,11 +1,14 @@
 #include "app/view/main_window.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QClipboard>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QDragEnterEvent>
+#include <QFileDialog>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QMimeData>
 #include <QScreen>
 #include <QShortcut>
@@ -14,13 +17,17 @@
 #include <chrono>
 
 #include "app/view/board_view.h"
+#include "app/view/closing_panel.h"
 #include "app/view/command_column.h"
 #include "app/view/dialogs.h"
 #include "app/view/help_window.h"
+#include "app/view/layer_chart.h"
 #include "app/view/level_list.h"
 #include "app/view/menus.h"
 #include "app/view/palette_view.h"
+#include "app/view/plain_box.h"
 #include "app/view/plain_text.h"
+#include "app/view/replay_bar.h"
 #include "app/view/search_thread.h"
 #include "app/view/settings_panel.h"
 #include "app/view/status_view.h"
@@ -36,7 +43,7 @@ namespace kavit {
 namespace {
 
 constexpr int kWatchMs = 1000;
-constexpr int kAnimMs = 250;
+constexpr int kRestMs = 700;
 
 double SteadySeconds() {
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
@@ -52,12 +59,16 @@ MainWindow::MainWindow(const std::string& program, const std::filesystem::path& 
       board_(new BoardView(boardArea_)),
       text_(new TextBox(boardArea_)),
       column_(new CommandColumn(this)),
+      replay_(new ReplayBar(this)),
       status_(new StatusView(this)),
       list_(new LevelList(this)),
       dock_(new QDockWidget(tr("Levels"), this)),
+      closing_(new ClosingPanel(this)),
       watch_(new QTimer(this)),
       anim_(new QTimer(this)),
-      search_(std::make_unique<SearchThread>(nullptr)) {
+      rest_(new QTimer(this)),
+      search_(std::make_unique<SearchThread>(nullptr)),
+      aside_(std::make_unique<SearchThread>(nullptr)) {
     LoadResources();
     setObjectName(QStringLiteral("Form1"));
     setAcceptDrops(true);
@@ -65,11 +76,16 @@ MainWindow::MainWindow(const std::string& program, const std::filesystem::path& 
     MakeList();
     LayOut();
     Connect();
+    ConnectReplay();
+    ConnectPreferences();
     MakeShortcuts();
     OrderFocus();
 }
 
-MainWindow::~MainWindow() = default;
+MainWindow::~MainWindow() {
+    preferences_.Geometry = saveGeometry();
+    preferences_.Save();
+}
 
 void MainWindow::Run(const std::function<void(Model&)>& command) {
     model_->Run(command);
@@ -83,8 +99,10 @@ void MainWindow::MakeTimers() {
     watch_->setObjectName(QStringLiteral("TimerWatch"));
     watch_->setInterval(kWatchMs);
     connect(watch_, &QTimer::timeout, this, [this] { Run([](Model& m) { m.Solve.WatchTick(); }); });
+    rest_->setSingleShot(true);
+    rest_->setInterval(kRestMs);
+    connect(rest_, &QTimer::timeout, this, [this] { Run([](Model& m) { m.Aside.Rested(); }); });
     anim_->setObjectName(QStringLiteral("TimerAnim"));
-    anim_->setInterval(kAnimMs);
     connect(anim_, &QTimer::timeout, this,
             [this] { Run([](Model& m) { m.Solution.AnimTick(); }); });
 }
@@ -143,7 +161,9 @@ void MainWindow::LayOut() {
     auto* grid = new QGridLayout(center);
     grid->addWidget(boardArea_, 0, 0);
     grid->addWidget(column_, 0, 1);
-    grid->addWidget(status_, 1, 0, 1, 2);
+    grid->addWidget(replay_, 1, 0);
+    grid->addWidget(status_, 2, 0, 1, 2);
+    grid->addWidget(closing_, 3, 0, 1, 2);
     grid->setColumnStretch(0, 1);
     grid->setRowStretch(0, 1);
     setCentralWidget(center);
@@ -168,10 +188,18 @@ void MainWindow::Connect() {
             [this](int tool) { Run([=](Model& m) { m.PaletteClicked(tool); }); });
 
     connect(board_, &BoardView::CellDown, this,
-            [this](int cell) { Run([=](Model& m) { m.Editor.CellDown(cell); }); });
+            [this](int cell, bool right) { Run([=](Model& m) { m.CellDown(cell, right); }); });
     connect(board_, &BoardView::CellMove, this,
-            [this](int cell) { Run([=](Model& m) { m.Editor.CellMove(cell); }); });
-    connect(board_, &BoardView::CellUp, this, [this] { Run([](Model& m) { m.Editor.CellUp(); }); });
+            [this](int cell) { Run([=](Model& m) { m.CellMove(cell); }); });
+    connect(board_, &BoardView::CellUp, this,
+            [this](int cell) { Run([=](Model& m) { m.CellUp(cell); }); });
+    connect(board_, &BoardView::ToolTyped, this,
+            [this](int tool) { Run([=](Model& m) { m.Editor.SelectTool(tool); }); });
+    connect(board_, &BoardView::CellHovered, this,
+            [this](int cell) { Run([=](Model& m) { m.Play.CellHovered(cell); }); });
+    connect(text_, &TextBox::LetterClicked, this, [this](const QString& line, int column) {
+        Run([&](Model& m) { m.Solution.TextClicked(Utf8(line), column); });
+    });
     connect(text_, &TextBox::Edited, this, [this](const QString& text) {
         Run([&](Model& m) { m.Import.TextChanged(Utf8(text)); });
     });
@@ -199,10 +227,111 @@ void MainWindow::Connect() {
     });
     connect(search_.get(), &SearchThread::Side, this,
             [this](char side) { Run([=](Model& m) { m.Solve.SideChanged(side); }); });
+    connect(aside_.get(), &SearchThread::Ended, this,
+            [this](const std::shared_ptr<SolveReport>& report) {
+                Run([&](Model& m) { m.Aside.Ended(*report); });
+            });
     connect(search_.get(), &SearchThread::Ended, this,
             [this](const std::shared_ptr<SolveReport>& report) {
                 Run([&](Model& m) { m.Solve.SearchEnded(std::move(*report)); });
             });
+}
+
+void MainWindow::ConnectReplay() {
+    connect(replay_, &ReplayBar::Go, this,
+            [this](std::int64_t move) { Run([=](Model& m) { m.Solution.GoTo(move); }); });
+    connect(replay_, &ReplayBar::StepPush, this,
+            [this](bool forward) { Run([=](Model& m) { m.Solution.StepPush(forward); }); });
+    connect(replay_, &ReplayBar::PlayClicked, this,
+            [this] { Run([](Model& m) { m.Solution.PlayOrPause(); }); });
+    connect(replay_, &ReplayBar::SolutionChosen, this,
+            [this](int index) { Run([=](Model& m) { m.Solution.Choose(index); }); });
+    connect(replay_, &ReplayBar::ArrowOwnerChosen, this, [this](bool replay) {
+        Run([=](Model& m) { m.Play.GiveArrows(replay); });
+        board_->setFocus();
+    });
+    connect(replay_, &ReplayBar::SpeedChosen, this, [this](int index) {
+        preferences_.Speed = index;
+        Run([=](Model& m) { m.Solution.SetSpeed(index); });
+    });
+}
+
+void MainWindow::ConnectPreferences() {
+    preferences_ = Preferences::Load();
+    restoreGeometry(preferences_.Geometry);
+    const auto look = [this](int theme) {
+        preferences_.Look = static_cast<Theme>(theme);
+        ApplyTheme(preferences_.Look);
+        menus_->ShowTheme(theme);
+    };
+    const auto open = [this](bool on) {
+        preferences_.Closing = on;
+        closing_->Open(on);
+        menus_->ShowClosing(on);
+    };
+    connect(menus_, &Menus::ThemeChosen, this, look);
+    connect(menus_, &Menus::ClosingChosen, this, open);
+    connect(closing_, &ClosingPanel::Opened, this, open);
+    connect(closing_, &ClosingPanel::SaveChartClicked, this, &MainWindow::SaveChart);
+    look(static_cast<int>(preferences_.Look));
+    open(preferences_.Closing);
+    model_->Solution.SetSpeed(preferences_.Speed);
+    if (preferences_.Aside) model_->Aside.Turn();
+}
+
+void MainWindow::SaveChart() {
+    const QString name =
+        QFileDialog::getSaveFileName(this, tr("Save Chart"), QStringLiteral("layers.png"),
+                                     tr("Pictures and tables (*.png *.svg *.csv)"));
+    if (name.isEmpty()) return;
+    const QString fault = closing_->Chart()->Save(name);
+    if (!fault.isEmpty()) ShowBox(this, fault);
+}
+
+// Keys of the replay and of hand play.
+bool MainWindow::TakeKey(int key, Qt::KeyboardModifiers modifiers) {
+    const bool control = modifiers.testFlag(Qt::ControlModifier);
+    const auto arrow = [&](int direction) {
+        Run([=](Model& m) { m.ArrowPressed(direction, control); });
+        return true;
+    };
+    switch (key) {
+        case Qt::Key_Left:
+            return arrow(0);
+        case Qt::Key_Down:
+            return arrow(1);
+        case Qt::Key_Right:
+            return arrow(2);
+        case Qt::Key_Up:
+            return arrow(3);
+        case Qt::Key_Home:
+            Run([](Model& m) { m.EndPressed(false); });
+            return true;
+        case Qt::Key_End:
+            Run([](Model& m) { m.EndPressed(true); });
+            return true;
+        case Qt::Key_Backspace:
+            Run([](Model& m) { m.Undo(); });
+            return true;
+        case Qt::Key_Space:
+            Run([](Model& m) { m.SpacePressed(); });
+            return true;
+        default:
+            return false;
+    }
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+    if (!TakeKey(event->key(), event->modifiers())) QMainWindow::keyPressEvent(event);
+}
+
+// A button with the focus would take the arrows for a walk to its neighbours; Tab does that.
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() != Qt::Key_Space && TakeKey(key->key(), key->modifiers())) return true;
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void MainWindow::MakeShortcuts() {
@@ -218,7 +347,10 @@ void MainWindow::MakeShortcuts() {
 
 // Commands first, then what they work on.
 void MainWindow::OrderFocus() {
-    const QList<QWidget*> stops = column_->Stops() + QList<QWidget*>{board_, text_};
+    const QList<QWidget*> stops =
+        column_->Stops() + QList<QWidget*>{board_, text_, replay_, status_, closing_};
+    for (QAbstractButton* button : findChildren<QAbstractButton*>())
+        button->installEventFilter(this);
     for (qsizetype i = 1; i < stops.size(); ++i) setTabOrder(stops[i - 1], stops[i]);
     stops[0]->setFocus();
 }
@@ -227,7 +359,16 @@ void MainWindow::Show(const Screen& screen) {
     // "[*]" is the toolkit's mark for unsaved changes; doubled, it shows as written.
     setWindowTitle(Shown(screen.Title).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
     menus_->Show(screen);
-    board_->Show(screen.Cells);
+    if (screen.Editing && !board_->CursorOn()) board_->setFocus();  // the arrows draw
+    board_->ShowWholeGrid(screen.Editing);
+    board_->TurnCursor(screen.Editing);
+    const bool drawn = board_->Show(screen.Cells);
+    if (screen.Editing && screen.AsideOn && (drawn || !asideOn_)) rest_->start();
+    asideOn_ = screen.AsideOn;
+    preferences_.Aside = screen.AsideOn;
+    board_->ShowMarks(screen.Marks);
+    replay_->Show(screen.Replay);
+    closing_->Show(screen);
     text_->Show(screen);
     column_->Show(screen);
     status_->Show(screen);
@@ -237,6 +378,8 @@ void MainWindow::Show(const Screen& screen) {
         if (!on) timer->stop();
     };
     run(watch_, screen.Solving);
+    const int tick = kReplaySpeeds[static_cast<std::size_t>(screen.Replay.Speed)].TickMs;
+    if (anim_->interval() != tick) anim_->setInterval(tick);  // which would begin it anew
     run(anim_, screen.Playing);
 }
 
@@ -290,6 +433,10 @@ void MainWindow::ShowHelp(int topic, const std::string& levelName) {
 
 void MainWindow::StartSearch(SolveSession& session, const SolveRequest& request) {
     search_->Start(session, request);
+}
+
+void MainWindow::StartAside(SolveSession& session, const SolveRequest& request) {
+    aside_->Start(session, request);
 }
 
 void MainWindow::Quit() {

@@ -7,6 +7,7 @@
 
 #include "app/model/model.h"
 #include "app/model/view.h"
+#include "app/view/preferences.h"
 
 class QDockWidget;
 class QTimer;
@@ -14,10 +15,12 @@ class QTimer;
 namespace kavit {
 
 class BoardView;
+class ClosingPanel;
 class CommandColumn;
 class HelpWindow;
 class LevelList;
 class Menus;
+class ReplayBar;
 class SearchThread;
 class StatusView;
 class TextBox;
@@ -37,6 +40,8 @@ class MainWindow : public QMainWindow, private View {
     void OpenGiven(const std::string& fullName);
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
@@ -49,6 +54,10 @@ class MainWindow : public QMainWindow, private View {
     void Connect();
     void MakeShortcuts();
     void OrderFocus();
+    void ConnectReplay();
+    void ConnectPreferences();
+    [[nodiscard]] bool TakeKey(int key, Qt::KeyboardModifiers modifiers);
+    void SaveChart();
     void Run(const std::function<void(Model&)>& command);
 
     void Show(const Screen& screen) override;
@@ -66,6 +75,7 @@ class MainWindow : public QMainWindow, private View {
     void SetClipboard(const std::string& text) override;
     void ShowHelp(int topic, const std::string& levelName) override;
     void StartSearch(SolveSession& session, const SolveRequest& request) override;
+    void StartAside(SolveSession& session, const SolveRequest& request) override;
     void Quit() override;
 
     std::unique_ptr<Model> model_;
@@ -74,15 +84,21 @@ class MainWindow : public QMainWindow, private View {
     BoardView* board_;
     TextBox* text_;
     CommandColumn* column_;
+    ReplayBar* replay_;
     StatusView* status_;
     LevelList* list_;
     QDockWidget* dock_;
     std::shared_ptr<const std::vector<ListRow>> shownList_;
+    ClosingPanel* closing_;
     QTimer* watch_;
     QTimer* anim_;
     HelpWindow* help_ = nullptr;
+    QTimer* rest_;                          // begins anew with each change of a drawing
     std::unique_ptr<SearchThread> search_;  // goes before the model, whose solver it uses
+    std::unique_ptr<SearchThread> aside_;
     bool quitting_ = false;
+    bool asideOn_ = false;
+    Preferences preferences_;
 };
 
 }  // namespace kavit

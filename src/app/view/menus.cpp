@@ -23,6 +23,9 @@ Menus::Menus(QMainWindow* window, RunCommand run)
     connect(configure, &QAction::triggered, this,
             [this] { run_([](Model& m) { m.Settings.Configure(); }); });
     MakeHash();
+    MakePlay();
+    MakeDraw();
+    MakeView();
     MakeHelp();
 }
 
@@ -36,6 +39,11 @@ void Menus::Show(const Screen& screen) {
     check(optimizers_, screen.OptLevel);
     check(hashes_, screen.HashCase);
     proved_->setChecked(screen.OptLevel == 3);
+    check(shapes_, screen.Shape);
+    for (QAction* shape : shapes_) shape->setEnabled(screen.Editing);
+    aside_->setChecked(screen.AsideOn);
+    dead_->setChecked(screen.ShowDead);
+    reach_->setChecked(screen.ShowReach);
     special_->setChecked(screen.OptSpecial);
     for (QAction* action : hidden_) action->setVisible(screen.ExpertMenus);
 }
@@ -53,8 +61,9 @@ QAction* Menus::AddEntry(QMenu* menu, const QString& name, const QString& captio
     action->setObjectName(name);
     action->setToolTip(tip);
     action->setShortcut(keys);
-    connect(action, &QAction::triggered, this,
-            [this, command = std::move(command)] { run_(command); });
+    connect(action, &QAction::triggered, this, [this, command = std::move(command)] {
+        if (command) run_(command);
+    });
     return action;
 }
 
@@ -73,7 +82,7 @@ void Menus::MakeFile() {
     AddEntry(
         file, "mnuOpen1"_L1, tr("&Restart"),
         tr("Show the level as it is now, changes included, without its solution"),
-        [](Model& m) { m.Levels.Restart(); }, Qt::CTRL | Qt::Key_R);
+        [](Model& m) { m.Restart(); }, Qt::CTRL | Qt::Key_R);
     AddEntry(
         file, "mnuOpen2"_L1, tr("&Next Level"), tr("The next level file of the folder"),
         [](Model& m) { m.Levels.Step(1); }, Qt::CTRL | Qt::Key_PageDown);
@@ -200,6 +209,89 @@ void Menus::MakeHash() {
     add(tr("Case &1"), tr("Another hash function"));
     add(tr("Case &2"), tr("Another step between the slots"));
     add(tr("&Mixed"), tr("The table for large stores; the usual one from 8,000,000 positions on"));
+}
+
+void Menus::ShowTheme(int theme) {
+    for (std::size_t i = 0; i < themes_.size(); ++i)
+        themes_[i]->setChecked(static_cast<int>(i) == theme);
+}
+
+void Menus::ShowClosing(bool open) {
+    closing_->setChecked(open);
+}
+
+void Menus::MakePlay() {
+    QMenu* play = AddMenu("mnuPlay", tr("&Play"));
+    AddEntry(
+        play, "mnuUndo"_L1, tr("&Undo"), tr("Take back the last step, of play or of drawing"),
+        [](Model& m) { m.Undo(); }, QKeySequence::Undo);
+    AddEntry(play, "mnuRedo"_L1, tr("&Redo"), tr("Do again what was taken back"), [](Model& m) {
+        m.Redo();
+    })->setShortcuts({Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z});
+    AddEntry(
+        play, "mnuUndoPush"_L1, tr("Undo to the Last &Push"), tr("Back to behind a push"),
+        [](Model& m) { m.Play.UndoPush(); }, Qt::CTRL | Qt::Key_Backspace);
+    AddEntry(
+        play, "mnuRedoPush"_L1, tr("Redo to the &Next Push"), tr("On to behind a push"),
+        [](Model& m) { m.Play.RedoPush(); }, Qt::CTRL | Qt::SHIFT | Qt::Key_Backspace);
+    AddEntry(play, "mnuPlayRestart"_L1, tr("&Back to the Start"),
+             tr("Take back all moves; they can be done again"), [](Model& m) { m.Play.Restart(); });
+    play->addSeparator();
+    AddEntry(
+        play, "mnuSolveHere"_L1, tr("&Solve from Here"),
+        tr("Solve the position on the board; what was played is kept"),
+        [](Model& m) { m.Play.SolveFromHere(); }, Qt::Key_F7);
+    play->addSeparator();
+    AddEntry(play, "mnuCopyPlayed"_L1, tr("&Copy Played Moves"),
+             tr("Put the moves up to here on the clipboard"), [](Model& m) { m.Play.Copy(); });
+    AddEntry(play, "mnuSavePlayed"_L1, tr("Save Played &Moves"),
+             tr("Write the level and the moves up to here to a file"),
+             [](Model& m) { m.Play.Save(); });
+}
+
+void Menus::MakeDraw() {
+    QMenu* draw = AddMenu("mnuDraw", tr("&Draw"));
+    const auto add = [&](const QString& caption, const QString& tip, const QKeySequence& keys) {
+        const auto shape = static_cast<EditorControl::Shape>(shapes_.size());
+        shapes_.push_back(AddChoice(draw, QStringLiteral("mnuShape%1").arg(shapes_.size()), caption,
+                                    tip, [shape](Model& m) { m.Editor.SelectShape(shape); }));
+        shapes_.back()->setShortcut(keys);
+    };
+    add(tr("&Pen"), tr("Draw square by square"), Qt::ALT | Qt::Key_1);
+    add(tr("&Rectangle"), tr("Draw the outline of a room from corner to corner"),
+        Qt::ALT | Qt::Key_2);
+    add(tr("&Fill"), tr("Fill all squares of a kind that hang together"), Qt::ALT | Qt::Key_3);
+    draw->addSeparator();
+    aside_ = AddChoice(draw, "mnuAside"_L1, tr("&Solve while Drawing"),
+                       tr("After each pause, solve what is drawn within small limits"),
+                       [](Model& m) { m.Aside.Turn(); });
+}
+
+void Menus::MakeView() {
+    QMenu* view = AddMenu("mnuView", tr("&View"));
+    dead_ = AddChoice(view, "mnuDead"_L1, tr("&Dead Squares"),
+                      tr("Hatch the squares from which no box reaches a goal"),
+                      [](Model& m) { m.Play.TurnDead(); });
+    dead_->setShortcut(Qt::Key_F3);
+    reach_ = AddChoice(view, "mnuReach"_L1, tr("&Reach of a Box"),
+                       tr("Dot the squares that the box under the pointer can be pushed to"),
+                       [](Model& m) { m.Play.TurnReach(); });
+    reach_->setShortcut(Qt::Key_F4);
+    closing_ = AddChoice(view, "mnuClosing"_L1, tr("&Figures of the Search"),
+                         tr("What the last search took, and its positions by layer"), {});
+    closing_->setShortcut(Qt::Key_F8);
+    connect(closing_, &QAction::toggled, this, &Menus::ClosingChosen);
+    view->addSeparator();
+    const auto add = [&](const QString& caption, const QString& tip) {
+        const int theme = static_cast<int>(themes_.size());
+        themes_.push_back(
+            AddChoice(view, QStringLiteral("mnuTheme%1").arg(theme), caption, tip, {}));
+        connect(themes_.back(), &QAction::triggered, this,
+                [this, theme] { emit ThemeChosen(theme); });
+    };
+    add(tr("Colours of the &System"), tr("Light or dark, as the desktop is"));
+    add(tr("&Light"), tr("Dark text on a light ground"));
+    add(tr("Dar&k"), tr("Light text on a dark ground"));
 }
 
 void Menus::MakeHelp() {

@@ -25,6 +25,13 @@ class Menus : public QObject {
     Menus(QMainWindow* window, RunCommand run);
 
     void Show(const Screen& screen);
+    void ShowTheme(int theme);
+    void ShowClosing(bool open);
+
+  signals:
+    // What is the window's own.
+    void ThemeChosen(int theme);
+    void ClosingChosen(bool open);
 
   private:
     using Command = std::function<void(Model&)>;
@@ -34,6 +41,9 @@ class Menus : public QObject {
     void MakeExamples();
     void MakeOptimizer();
     void MakeHash();
+    void MakePlay();
+    void MakeDraw();
+    void MakeView();
     void MakeHelp();
     QMenu* AddMenu(const char* name, const QString& caption);
     QAction* AddEntry(QMenu* menu, const QString& name, const QString& caption, const QString& tip,
@@ -48,6 +58,12 @@ class Menus : public QObject {
     std::vector<QAction*> hashes_;      // by HashCase
     QAction* proved_ = nullptr;
     QAction* special_ = nullptr;
+    std::vector<QAction*> shapes_;  // by EditorControl::Shape
+    std::vector<QAction*> themes_;  // by Theme
+    QAction* aside_ = nullptr;
+    QAction* dead_ = nullptr;
+    QAction* reach_ = nullptr;
+    QAction* closing_ = nullptr;
     std::vector<QAction*> hidden_;  // until the expert menus are found
 };
 

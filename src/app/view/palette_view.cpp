@@ -1,10 +1,12 @@
 #include "app/view/palette_view.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QPainter>
 #include <QToolButton>
 
 #include "app/view/picture_set.h"
+#include "app/view/theme.h"
 
 namespace kavit {
 namespace {
@@ -46,14 +48,27 @@ PaletteView::PaletteView(QWidget* parent) : QWidget(parent) {
         const QString& name = names[static_cast<std::size_t>(tool)];
         button->setObjectName(QStringLiteral("ImgEdit%1").arg(tool));
         button->setCheckable(true);
-        button->setIcon(ToolIcon(PictureSet::Draw(PictureOf(tool), kEdge, devicePixelRatioF()),
-                                 palette().highlight().color()));
         button->setIconSize({kEdge, kEdge});
         button->setToolTip(name);
         button->setAccessibleName(name);
         grid->addWidget(button, tool / 5, tool % 5);
         connect(button, &QToolButton::clicked, this, [this, tool] { emit ToolClicked(tool); });
     }
+    DrawIcons();
+}
+
+void PaletteView::DrawIcons() {
+    for (int tool = 0; tool < kTools; ++tool) {
+        const QPixmap picture =
+            PictureSet::Draw(PictureOf(tool), kEdge, devicePixelRatioF(), IsDark(palette()));
+        buttons_[static_cast<std::size_t>(tool)]->setIcon(
+            ToolIcon(picture, palette().highlight().color()));
+    }
+}
+
+void PaletteView::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange) DrawIcons();
+    QWidget::changeEvent(event);
 }
 
 void PaletteView::Show(int tool) {

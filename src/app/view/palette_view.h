@@ -22,7 +22,12 @@ class PaletteView : public QWidget {
   signals:
     void ToolClicked(int tool);
 
+  protected:
+    void changeEvent(QEvent* event) override;
+
   private:
+    void DrawIcons();
+
     std::array<QToolButton*, kTools> buttons_{};
 };
 

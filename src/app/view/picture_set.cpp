@@ -1,5 +1,6 @@
 #include "app/view/picture_set.h"
 
+#include <QFile>
 #include <QPainter>
 #include <QSvgRenderer>
 
@@ -10,14 +11,34 @@ constexpr std::array<const char*, kPictures> kFiles = {
     "floor",       "goal",     "box",      "box_on_goal", "wall",
     "man_on_goal", "man_left", "man_down", "man_right",   "man_up"};  // in the order of Picture
 
+// Colours of the drawings, and what they are on a dark ground.
+constexpr const char* kDarkColours[][2] = {
+    {"#e9ebee", "#23282f"},  // floor
+    {"#dadde2", "#2f353e"},  // and its joints
+    {"#d3ebe6", "#173532"},  // goal
+    {"#12786c", "#3fbfac"},  // and its mark
+    {"#333d4b", "#14181d"},  // mortar
+    {"#566275", "#5f6d84"},  // bricks
+    {"#6d7a8f", "#7f8ea6"},
+};
+
+QByteArray Drawing(Picture picture, bool dark) {
+    const char* name = kFiles[static_cast<std::size_t>(picture)];
+    QFile file(QStringLiteral(":/art/%1.svg").arg(QLatin1String(name)));
+    if (!file.open(QIODevice::ReadOnly)) return {};
+    QByteArray drawing = file.readAll();
+    if (dark)
+        for (const auto& colour : kDarkColours) drawing.replace(colour[0], colour[1]);
+    return drawing;
+}
+
 }  // namespace
 
-QPixmap PictureSet::Draw(Picture picture, int edge, qreal pixelRatio) {
+QPixmap PictureSet::Draw(Picture picture, int edge, qreal pixelRatio, bool dark) {
     const int pixels = qRound(edge * pixelRatio);
     QPixmap pixmap(pixels, pixels);
     pixmap.fill(Qt::transparent);
-    const char* file = kFiles[static_cast<std::size_t>(picture)];
-    QSvgRenderer renderer(QStringLiteral(":/art/%1.svg").arg(QLatin1String(file)));
+    QSvgRenderer renderer(Drawing(picture, dark));
     QPainter painter(&pixmap);
     renderer.render(&painter, QRectF(0, 0, pixels, pixels));
     painter.end();
@@ -25,14 +46,13 @@ QPixmap PictureSet::Draw(Picture picture, int edge, qreal pixelRatio) {
     return pixmap;
 }
 
-void PictureSet::SetSize(int edge, qreal pixelRatio) {
-    if (edge == edge_ && qFuzzyCompare(pixelRatio, pixelRatio_)) return;
+void PictureSet::SetSize(int edge, bool dark) {
+    if (edge == edge_ && dark == dark_) return;
     edge_ = edge;
-    pixelRatio_ = pixelRatio;
-    for (int picture = 0; picture < kPictures; ++picture) {
-        const auto index = static_cast<std::size_t>(picture);
-        pixmaps_[index] = Draw(static_cast<Picture>(picture), edge, pixelRatio);
-    }
+    dark_ = dark;
+    for (int picture = 0; picture < kPictures; ++picture)
+        pixmaps_[static_cast<std::size_t>(picture)] =
+            Draw(static_cast<Picture>(picture), edge, 1, dark);
 }
 
 }  // namespace kavit

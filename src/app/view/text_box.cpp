@@ -1,6 +1,8 @@
 #include "app/view/text_box.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
+#include <QTextBlock>
 
 #include "app/view/plain_text.h"
 
@@ -31,6 +33,13 @@ void TextBox::Show(const Screen& screen) {
         }
     }
     setVisible(screen.BoxVisible);
+}
+
+void TextBox::mouseReleaseEvent(QMouseEvent* event) {
+    QPlainTextEdit::mouseReleaseEvent(event);
+    if (!isReadOnly() || event->button() != Qt::LeftButton || textCursor().hasSelection()) return;
+    const QTextCursor at = cursorForPosition(event->position().toPoint());
+    emit LetterClicked(at.block().text(), at.positionInBlock());
 }
 
 // While it is read-only the box leaves Ctrl+C to the window, which copies the solution, unless a

@@ -16,9 +16,12 @@ class TextBox : public QPlainTextEdit {
     void Show(const Screen& screen);
 
   signals:
+    // A letter was clicked: the line that it stands in, and its place there.
+    void LetterClicked(const QString& line, int column);
     void Edited(const QString& text);
 
   protected:
+    void mouseReleaseEvent(QMouseEvent* event) override;
     bool event(QEvent* event) override;
 };
 

@@ -1,4 +1,4 @@
-#include "solver/board/board_hints.h"
+#include "solver/board_hints.h"
 
 #include "solver/board/board_arrays.h"
 

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QByteArray>
+
+#include "app/view/theme.h"
+#include "level/replay_cursor.h"
+
+namespace kavit {
+
+// What the window keeps for its user, in the toolkit's settings and apart from Kavit.ini, whose
+// five lines are the solver's.
+struct Preferences {
+    Theme Look = Theme::System;
+    int Speed = kNormalSpeed;  // index of kReplaySpeeds
+    bool Closing = false;      // the panel of figures is open
+    bool Aside = false;        // what is drawn is solved beside the drawing
+    QByteArray Geometry;
+
+    [[nodiscard]] static Preferences Load();
+    void Save() const;
+};
+
+}  // namespace kavit
