@@ -385,6 +385,7 @@ TEST_F(Cli, Collections) {
         {{"album#1.txt#3"}, 0, {3}},
         {{name2}, 0, {2}},
         {{"one.xsb#1"}, 0, {1}},
+        {{"--level", "2", "-"}, 0, {2}},
         {{"one.xsb#2"}, 5, {1}},
         {{"album#1.txt#4"}, 5, {1}},
         {{"--title", "nowhere", "album#1.txt"}, 5, {}},
@@ -392,7 +393,7 @@ TEST_F(Cli, Collections) {
     for (const Case& c : cases) {
         Strings args = c.Args;
         args.insert(args.begin(), "--json");
-        const ProgramRun run = Run(args);
+        const ProgramRun run = Run(args, std::string(kOnePush) + "\n" + kThreePushes);
         SCOPED_TRACE(c.Args.back() + run.Out + run.Err);
         EXPECT_EQ(run.Status, c.Status);
         std::vector<int> indexes;
@@ -400,6 +401,12 @@ TEST_F(Cli, Collections) {
         EXPECT_EQ(indexes, c.Indexes);
     }
     const ProgramRun list = Run({"--list", "album#1.txt"});
+    EXPECT_EQ(list.Status, 0);
+    const ProgramRun wrong = Run({"--list", "missing.xsb", "album#1.txt#9", "wide.xsb"});
+    EXPECT_EQ(wrong.Status, 5);
+    EXPECT_EQ(wrong.Out, "wide.xsb\n");
+    EXPECT_TRUE(Contains(wrong.Err, "missing.xsb: No such file")) << wrong.Err;
+    EXPECT_TRUE(Contains(wrong.Err, "album#1.txt#9: the file has no level")) << wrong.Err;
     EXPECT_EQ(list.Out, "album#1.txt#1 \"One\"\n" + name2 + "\nalbum#1.txt#3 \"Last one\"\n");
     EXPECT_TRUE(Contains(list.Err, "album#1.txt: lines 14 to 16 left out: line 15, column 4"))
         << list.Err;

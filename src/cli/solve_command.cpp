@@ -121,8 +121,11 @@ void SolveCommand::RunLevels() {
 // Names that this program takes again, one a line. False when they could not be written.
 bool SolveCommand::List() {
     while (auto entry = feed_.Next()) {
-        if (entry->Code != Result::Ok) {
-            Complain(ShownText(entry->Name), entry->Reason);
+        // A file in which no level was recognized is not necessarily one without a level.
+        const bool unknown = entry->Level.BoardText.empty();
+        const LevelReport report = unknown ? ReadEntry(*entry) : LevelReport{};
+        if (report.Solve.Code == Result::CantOpen || report.Solve.Code == Result::NothingToOpen) {
+            Complain(ShownText(entry->Name), report.Reason);
             TakeStatus(ExitStatus::NotReadable);
             continue;
         }
