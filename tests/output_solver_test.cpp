@@ -120,6 +120,40 @@ TEST(SolvedTexts, AStopKeepsWhatIsKnown) {
     }
 }
 
+// A fault in the search leaves nothing, one in the optimizer what the search found.
+TEST(SolvedTexts, AFaultKeepsWhatIsKnown) {
+    struct Throwing : SolveObserver {
+        Result At = Result::Ok;
+        bool Memory = false;
+        void ShowMsg(Result message, const MessageLines& /*lines*/) override {
+            if (message != At) return;
+            if (Memory) throw std::bad_alloc();
+            throw SolverFault("broken");
+        }
+    };
+    const Board board = test::BoardOfFile(KAVIT_EXAMPLES_FOLDER "/04-warehouse.xsb");
+    Solver solver;
+    ASSERT_TRUE(solver.ApplySizes({20000, 8, 300}).Ok);
+    SolveSession session(solver);
+    for (const Result at : {Result::Thinking, Result::ImprovingMoves}) {
+        for (const bool memory : {false, true}) {
+            Throwing view;
+            view.At = at;
+            view.Memory = memory;
+            const SolveReport report = session.Run(
+                {.Level = board, .Options = {.OptLevel = OptLevel::SomethingPlus}}, view);
+            EXPECT_EQ(report.Fault, memory ? "Insuficient Memory" : "broken");
+            EXPECT_TRUE(report.EndedEarly());
+            ASSERT_EQ(report.HasSolution(), at == Result::ImprovingMoves);
+            EXPECT_EQ(report.PushesProved, report.HasSolution());
+            EXPECT_FALSE(report.MovesProved);
+            EXPECT_EQ(report.PushesLowerBound.has_value(), report.HasSolution());
+        }
+    }
+    SolveObserver still;
+    EXPECT_EQ(session.Run({.Level = board}, still).Code, Result::Ok);
+}
+
 TEST(SolvedTexts, Dumps) {
     const TempFolder folder;
     const std::string base = folder.Path("abc");
