@@ -352,6 +352,7 @@ TEST_F(Cli, WhereLevelsComeFrom) {
     EXPECT_EQ(names, all);
     EXPECT_EQ(run.Status, 5);
     EXPECT_TRUE(Contains(run.Err, "empty: Nothing to Open: no .xsb, .sok or .txt")) << run.Err;
+    EXPECT_FALSE(Contains(run.Err, "set: Nothing to Open")) << "all of it was met before";
     // What is named itself is taken as often as it is named, and what a list prints is a name.
     EXPECT_EQ(Objects(Run({"--json", "one.xsb", "one.xsb"}).Out).size(), 2U);
     const ProgramRun list = Run({"--list", "[a,b]", "set"});

@@ -78,6 +78,7 @@ class Walk {
             Files.push_back({.Origin = LevelFile::Kind::StandardInput, .Name = argument});
         } else if (fs::is_directory(argument, unknown)) {
             const std::size_t before = Files.size();
+            passedOver_ = false;
             AddFolder(argument);
             if (Files.size() == before && !passedOver_) {
                 Files.push_back({.Origin = LevelFile::Kind::NoLevel,
@@ -103,7 +104,6 @@ class Walk {
         std::error_code failed;
         std::vector<std::string> files;
         std::vector<std::string> folders;
-        passedOver_ = false;
         for (fs::directory_iterator entry(folder, failed), end; !failed && entry != end;
              entry.increment(failed)) {
             const std::string name = entry->path().filename().string();

@@ -54,7 +54,7 @@ ReadReply ReadFrom(const LevelEntry& entry, Board& board, const AskInvalidChar& 
     return reply;
 }
 
-// A title may hold a "#", but it may also be a row of the level with a slip of the pen in front.
+// A title may hold a "#", but the line may also be a row of the level with a typing error in front.
 void TellOfDroppedRows(const std::string& level, const ReadReply& reply) {
     for (const std::int64_t line : reply.DroppedLines) {
         Complain(level, "line " + std::to_string(line) + " has a '#' but is no row; left out");

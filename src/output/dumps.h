@@ -8,8 +8,8 @@
 #include "solver/solver.h"
 #include "solver/types.h"
 
-// Two looks into a finished or running search, for whoever works on the solver: the runs of all
-// levels, and one stored position in one line. Texts are made here; the two writers put them into
+// Two looks into a finished or running search, for debugging the solver: the runs of all
+// layers, and one stored position in one line. Texts are made here; the two writers put them into
 // files named after the solution's base name.
 namespace kavit {
 

@@ -19,27 +19,4 @@ std::string ShownText(std::string_view text) {
     return shown;
 }
 
-std::string MarkupText(std::string_view text) {
-    std::string markup;
-    for (const char c : ShownText(text)) {
-        switch (c) {
-            case '&':
-                markup += "&amp;";
-                break;
-            case '<':
-                markup += "&lt;";
-                break;
-            case '>':
-                markup += "&gt;";
-                break;
-            case '"':
-                markup += "&quot;";
-                break;
-            default:
-                markup += c;
-        }
-    }
-    return markup;
-}
-
 }  // namespace kavit
