@@ -203,6 +203,10 @@ TEST_F(Cli, HowTheOptimizerEnded) {
          "\nProved: no solution with 13 pushes has fewer than 36 moves\n"},
         {"--opt-level 3 --max-positions 98 02-corner-shop.xsb", 44, false, "Solution:  42/13",
          "Out of memory but there is a solution   42/13\n\n"},
+        {"--opt-level 4 05-crossing.xsb", 29, true, "Solution:  101/38   105/34",
+         "\nProved: no solution has fewer than 101 moves\n"
+         "Proved: no solution with 34 pushes has fewer than 105 moves\n\n"
+         "With the fewest moves:\n"},
         {"--opt-level 2 --special 05-crossing.xsb", 29, false, "Solution:  105/36   107/34",
          "Best solution   105/36   107/34  on  "},
     };
@@ -219,6 +223,7 @@ TEST_F(Cli, HowTheOptimizerEnded) {
         EXPECT_EQ(objects[0].at("result"), 0);
         EXPECT_EQ(objects[0].at("LastMsg"), c.LastMsg);
         EXPECT_EQ(objects[0].at("movesProved"), c.Proved);
+        EXPECT_EQ(objects[0].at("fewestMovesProved"), args[2] == "4");
         EXPECT_EQ(objects[0].at("message"), c.Message);
         for (const std::string letters : objects[0].at("SolString"))
             EXPECT_TRUE(Contains(text.Out, "\n" + letters + "\n")) << text.Out;

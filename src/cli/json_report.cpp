@@ -43,6 +43,9 @@ void AddCounters(Json& object, const SearchCounters& counters) {
     object["seconds"] = counters.SearchSeconds;
     object["passSeconds"] = counters.PassSeconds;
     object["proofSeconds"] = counters.ProofSeconds;
+    object["fewestSeconds"] = counters.FewestSeconds;
+    object["fewestPositions"] = counters.FewestPositions;
+    object["fewestOffers"] = counters.FewestOffers;
     object["bytesPerPosition"] = counters.BytesPerPosition;
     object["hash"] = HashName(counters.HashCase);
     object["threads"] = counters.Threads;

@@ -48,7 +48,9 @@ std::string ProgressLine(const SolveProgress& p) {
                        std::string(static_cast<std::size_t>(kBarWidth - filled), '.') + "] ";
     line += Short(p.Positions) + " positions, " + B(std::llround(p.Seconds)) + " s, ";
     const std::string layers = B(p.ForwLayers) + "+" + B(p.BackLayers);
-    if (p.SeaPhase > 1) {
+    if (p.SeaPhase == 3) {
+        line += "at least " + B(p.MovesLower) + " moves";
+    } else if (p.SeaPhase == 2) {
         line += "improving moves, layers " + layers;
     } else {
         line += "at least " + B(p.PushesLower) + " pushes";

@@ -36,11 +36,16 @@ std::string ClosingBlock(const SearchCounters& c, std::int64_t numPos) {
             Decimals(offered > 0 ? static_cast<double>(reprobes) / static_cast<double>(offered) : 0,
                      2) +
             " an offer)\n";
+    if (c.FewestOffers > 0) {
+        text +=
+            "for moves   " + B(c.FewestPositions) + " stored, " + B(c.FewestOffers) + " offered\n";
+    }
     text += "memory      " + Decimals(c.BytesPerPosition, 1) + " bytes a position\n";
     text += "seconds     " + Decimals(c.SearchSeconds, 4) + " search";
     if (c.SeaPhase > 1) {
         text += ", " + Decimals(c.PassSeconds, 4) + " moves pass";
         if (c.ProofSeconds > 0) text += ", " + Decimals(c.ProofSeconds, 4) + " proof";
+        if (c.FewestSeconds > 0) text += ", " + Decimals(c.FewestSeconds, 4) + " fewest moves";
     }
     return text + "\n";
 }

@@ -70,7 +70,12 @@ SolveProgress ProgressMeter::Read(const Solver& solver, SeaType searched, char s
     progress.Offers = counters.HashCnt;
     progress.BytesPerPosition = counters.BytesPerPosition;
     progress.PushesLower = counters.SeaSteps + 1;
-    if (!search) {
+    if (counters.FewestOffers > 0) {
+        progress.SeaPhase = 3;
+        progress.Positions = counters.FewestPositions;
+        progress.Offers = counters.FewestOffers;
+        progress.MovesLower = counters.MovesLowerBound;
+    } else if (!search) {
         progress.ForwLayers = counters.ForwLevel;
         progress.BackLayers = counters.BackLevel;
         progress.PushesLower = counters.OptimumPushes;
@@ -87,13 +92,14 @@ SolveProgress ProgressMeter::Read(const Solver& solver, SeaType searched, char s
         progress.PushesReach = GuessReach(std::move(forward), std::move(backward), room, searched);
     }
 
+    if (progress.Offers < current_.Offers) last_ = current_ = {seconds, 0};  // of another phase
     if (seconds - current_.Seconds >= kSecondsPerMark) {
         last_ = current_;
-        current_ = {seconds, counters.HashCnt};
+        current_ = {seconds, progress.Offers};
     }
     if (seconds > last_.Seconds) {
         progress.OffersPerSecond =
-            static_cast<double>(counters.HashCnt - last_.Offers) / (seconds - last_.Seconds);
+            static_cast<double>(progress.Offers - last_.Offers) / (seconds - last_.Seconds);
     }
     return progress;
 }

@@ -11,7 +11,7 @@ namespace kavit {
 
 struct SolveProgress {
     double Seconds = 0;
-    int SeaPhase = 0;             // 1 search, 2 moves pass and proof
+    int SeaPhase = 0;             // 1 search, 2 moves pass and proof, 3 fewest moves of all
     char Side = ' ';              // of the last ShowSide
     std::int64_t ForwLayers = 0;  // complete layers: the layer k holds what takes k pushes
     std::int64_t BackLayers = 0;
@@ -22,6 +22,7 @@ struct SolveProgress {
     double OffersPerSecond = 0;    // over the last second or two
     double BytesPerPosition = 0;   // times Positions: memory used
     std::int64_t PushesLower = 0;  // "at least": every complete layer without a meeting proves one
+    std::int64_t MovesLower = 0;   // phase 3: moves that every solution needs
     // The number of pushes that the store will cover before it is full, if layers go on growing as
     // they did; none where they are too few or too small to say, or do not grow.
     std::optional<std::int64_t> PushesReach;
