@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "cases.h"
+#include "fewest_table.h"
 #include "moves_table.h"
 #include "speed.h"
 #include "store_sizes.h"
@@ -22,6 +23,7 @@ int main(int argc, char** argv) {
     bool noTwin = false;
     bool fingerprint = false;
     bool moves = false;
+    bool fewest = false;
     bool storeSizes = false;
     std::int64_t largest = 200000000;
     std::int64_t blocks = 20;
@@ -34,6 +36,7 @@ int main(int argc, char** argv) {
     app.add_flag("--fingerprint", fingerprint, "One number made of all counts over the examples");
     app.add_flag("--moves", moves, "Table of the man moves at each optimizer level");
     app.add_option("--blocks", blocks, "Box limit of that table");
+    app.add_flag("--fewest", fewest, "Table of the search for the fewest moves of all");
     app.add_flag("--store-sizes", storeSizes, "What an offer costs by the size of the store");
     app.add_option("--largest", largest, "Most positions of that");
     CLI11_PARSE(app, argc, argv);
@@ -47,6 +50,7 @@ int main(int argc, char** argv) {
         if (storeSizes) return kavit::bench::RunStoreSizes(largest);
         if (fingerprint) return kavit::bench::PrintFingerprint();
         if (moves) return kavit::bench::RunMovesTable(wishes.MoreLevels, blocks);
+        if (fewest) return kavit::bench::RunFewestTable(wishes.MoreLevels);
         return kavit::bench::RunSpeed(wishes);
     } catch (const std::exception& error) {
         std::cerr << "kavit-bench: " << error.what() << '\n';

@@ -179,13 +179,11 @@ Result Solver::FewestMoves(SolverHooks& hooks) {
     counters.MovesLowerBound = state_->Kept[1]->SolPushes;
     FewestAnswer answer;
     try {
-        answer = SearchFewestMoves(state_->Arrays, state_->Store.Lend(), best->SolMoves, hooks);
+        answer = SearchFewestMoves(state_->Arrays, state_->Store.Lend(), best->SolMoves, counters,
+                                   hooks);
     } catch (const std::bad_alloc&) {
         return Result::OutOfMemory;
     }
-    counters.FewestPositions = answer.Positions;
-    counters.FewestOffers = answer.Offers;
-    counters.MovesLowerBound = std::max<std::int64_t>(counters.MovesLowerBound, answer.LowerBound);
     counters.FewestMovesProved = answer.Moves == counters.MovesLowerBound;
     if (answer.Pushes.empty()) return answer.Code;
     KeptSolution found = *best;

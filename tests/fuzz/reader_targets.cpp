@@ -182,7 +182,7 @@ void FuzzSettingsFile(std::string_view bytes) {
     const std::string text = SettingsText(reply.Values);
     const SettingsReply again = ParseSettings(text);
     Require(again.Fault.empty() && again.Values == reply.Values, "written settings read otherwise");
-    Require(reply.Values.OptLevel >= 0 && reply.Values.OptLevel <= 3,
+    Require(reply.Values.OptLevel >= 0 && reply.Values.OptLevel <= 4,
             "an optimizer level too many");
     // Whatever sizes stand in the file, the solver takes them or says why not.
     Sizes fields = reply.Values.Fields;

@@ -20,9 +20,10 @@ template <typename Set>
 class FewestSearch {
   public:
     FewestSearch(const Grid& grid, const BoardArrays& arrays, const LentMemory& memory, int known,
-                 SolverHooks& hooks)
+                 SearchCounters& counters, SolverHooks& hooks)
         : grid_(grid),
           bound_(MakeMovesBound(grid, arrays)),
+          counters_(counters),
           hooks_(hooks),
           boxes_(static_cast<int>(grid.GoalBits.size())),
           block_(memory.Rows, memory.RowBytes),
@@ -47,15 +48,10 @@ class FewestSearch {
     FewestAnswer Run() {
         FewestAnswer answer;
         answer.Code = Search();
+        counters_.FewestPositions = table_.Count();
         answer.Moves = best_;
-        // Both sums may be odd; a number of moves is whole.
-        answer.LowerBound =
-            answer.Code == Result::GoOn
-                ? best_
-                : std::min(best_, (passed_[0] + passed_[1] + startWorth_ - endWorth_ + 1) / 2);
+        RaiseBound();
         if (meeting_ != 0) answer.Pushes = TracePushes(grid_, table_, meeting_);
-        answer.Positions = table_.Count();
-        answer.Offers = offered_;
         return answer;
     }
 
@@ -80,8 +76,16 @@ class FewestSearch {
                 if (!StoreOffers(side)) return Result::OutOfMemory;
             }
             Passed(side) += 1;
+            RaiseBound();
         }
         return Result::GoOn;
+    }
+    // A better solution than the best would have its values in what neither side has passed yet.
+    void RaiseBound() {
+        // The sum of the values may be odd; a number of moves is whole.
+        const int least = (passed_[0] + passed_[1] + startWorth_ - endWorth_ + 1) / 2;
+        counters_.MovesLowerBound =
+            std::max<std::int64_t>(counters_.MovesLowerBound, std::min(best_, least));
     }
     // The start, and the solved positions.
     bool OfferEnds() {
@@ -125,16 +129,16 @@ class FewestSearch {
     // False: the memory is full.
     bool StoreOffers(int side) {
         const std::size_t count = offers_.Count();
-        offered_ += static_cast<std::int64_t>(count);
+        counters_.FewestOffers += static_cast<std::int64_t>(count);
         for (std::size_t i = 0; i < count; ++i) table_.PrefetchHome(offers_[i].Mix);
         for (std::size_t i = 0; i < count; ++i) {
             if (i + kAhead < count) table_.PrefetchFound(offers_[i + kAhead].Mix);
             if (!StoreOffer(side, offers_[i], offers_.Key(i))) return false;
         }
         offers_.Clear();
-        if (table_.Count() - shown_ >= kProgressStep) {
-            shown_ = table_.Count();
-            hooks_.ShowProgress(shown_);
+        if (table_.Count() - counters_.FewestPositions >= kProgressStep) {
+            counters_.FewestPositions = table_.Count();
+            hooks_.ShowProgress(table_.Count());
         }
         return true;
     }
@@ -168,6 +172,7 @@ class FewestSearch {
 
     const Grid& grid_;
     const MovesBound bound_;
+    SearchCounters& counters_;
     SolverHooks& hooks_;
     int boxes_;
     SharedBlock block_;
@@ -186,32 +191,30 @@ class FewestSearch {
     std::array<std::int64_t, 2> waiting_{};  // in the queues, some of them more than once
     std::array<std::int32_t, kTakenAtOnce> taken_{};
     std::size_t takenCount_ = 0;
-    std::int64_t offered_ = 0;
-    std::int32_t shown_ = 0;
 };
 
 template <typename Set>
 FewestAnswer Answer(const Grid& grid, const BoardArrays& arrays, const LentMemory& memory,
-                    int known, SolverHooks& hooks) {
-    return FewestSearch<Set>(grid, arrays, memory, known, hooks).Run();
+                    int known, SearchCounters& counters, SolverHooks& hooks) {
+    return FewestSearch<Set>(grid, arrays, memory, known, counters, hooks).Run();
 }
 
 }  // namespace
 
 FewestAnswer SearchFewestMoves(const BoardArrays& arrays, const LentMemory& memory, int known,
-                               SolverHooks& hooks) {
+                               SearchCounters& counters, SolverHooks& hooks) {
     const Grid grid(arrays);
     switch (grid.BoardShape) {
         case Grid::Shape::kRows16x8:
-            return Answer<RowBits<1, 1>>(grid, arrays, memory, known, hooks);
+            return Answer<RowBits<1, 1>>(grid, arrays, memory, known, counters, hooks);
         case Grid::Shape::kRows8x16:
-            return Answer<RowBits<2, 1>>(grid, arrays, memory, known, hooks);
+            return Answer<RowBits<2, 1>>(grid, arrays, memory, known, counters, hooks);
         case Grid::Shape::kRows16x16:
-            return Answer<RowBits<2, 2>>(grid, arrays, memory, known, hooks);
+            return Answer<RowBits<2, 2>>(grid, arrays, memory, known, counters, hooks);
         case Grid::Shape::kRows16x32:
             break;
     }
-    return Answer<RowBits<4, 4>>(grid, arrays, memory, known, hooks);
+    return Answer<RowBits<4, 4>>(grid, arrays, memory, known, counters, hooks);
 }
 
 }  // namespace kavit

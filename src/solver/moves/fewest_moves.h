@@ -57,14 +57,13 @@ struct FewestAnswer {
     Result Code = Result::GoOn;   // GoOn: to the end; OutOfMemory; Stopped
     int Moves = 0;                // of the best solution, the one known at first included
     std::vector<BoxPush> Pushes;  // of a better one; empty when none was found
-    int LowerBound = 0;           // no solution has fewer moves; Moves when Code is GoOn
-    std::int64_t Positions = 0;   // stored
-    std::int64_t Offers = 0;      // made and looked up
 };
 
-// `known`: the moves of the best solution so far, at most 32766. The level of the arrays has a
-// solution. Progress is shown every 5000 positions, and Yield is called at every position taken on.
+// `known`: the moves of the best solution so far, below MovesTable::kUnknown. The level of the
+// arrays has a solution. While it runs, MovesLowerBound rises, and FewestPositions and FewestOffers
+// are counted; Yield is called at every position taken on, ShowProgress every 5000 positions.
 [[nodiscard]] FewestAnswer SearchFewestMoves(const BoardArrays& arrays, const LentMemory& memory,
-                                             int known, SolverHooks& hooks);
+                                             int known, SearchCounters& counters,
+                                             SolverHooks& hooks);
 
 }  // namespace kavit

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+
+namespace kavit::bench {
+
+// Prints, for every level whose fewest moves are known (our own, and those of a folder), what the
+// search for the fewest moves of all takes: positions, offers, seconds, and how many times as long
+// as the push search it is. Returns the exit status: 1 when an answer differs from the known one.
+int RunFewestTable(const std::string& moreLevels);
+
+}  // namespace kavit::bench
