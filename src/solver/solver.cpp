@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <initializer_list>
 #include <new>
 
 #include "level/replay.h"
@@ -42,12 +43,22 @@ struct Solver::State : SearchState {
     kavit::Sizes Sizes{0, 0, 0};
     Board Start;  // as it was analysed, for the replay
     std::unique_ptr<kavit::Expander> Expander;
-    bool Analysed = false;
-    bool Lent = false;  // the store's memory, to the search for the fewest moves
+    SolverState Stage = SolverState::NoStore;
 
+    // Throws unless the stage is one of those that the call answers in.
+    void Need(std::initializer_list<SolverState> stages, const char* otherwise) const {
+        if (std::find(stages.begin(), stages.end(), Stage) == stages.end())
+            throw SolverFault(otherwise);
+    }
     // False: there is not so much memory, and the old sizes are in force, or none at all.
     bool Resize(const kavit::Sizes& fields);
     void Finish(KeptSolution& kept, const BuiltSolution& built) const;
+    // Nothing is left of any search.
+    void Forget() {
+        Expander.reset();
+        InitSearchCounters(*this);
+        Stage = Sizes.NumPos > 0 ? SolverState::Sized : SolverState::NoStore;
+    }
 };
 
 Solver::Solver() : Solver(MachineMemory()) {}
@@ -82,10 +93,11 @@ ApplyReply Solver::ApplySizes(const Sizes& fields) {
     if (fields.MaxTime <= 0) return {false, false, "Max elapsed time can't be zero or negative"};
     if (fields.NumPos > 2147483647 || fields.Blocks > 32767 || !state_->Resize(fields)) {
         if (state_->Store.NumPos() == 0) applied = {0, 0, 0};  // even the old sizes are gone
+        state_->Forget();  // the old store may have been given back and taken again
         return {false, false, "Insuficient Memory"};
     }
-    state_->Analysed = false;
     applied = fields;
+    state_->Forget();
     return {true, true, ""};
 }
 
@@ -93,22 +105,24 @@ const Sizes& Solver::AppliedSizes() const {
     return state_->Sizes;
 }
 
+SolverState Solver::Stage() const {
+    return state_->Stage;
+}
+
 std::uint64_t Solver::MostBytes() const {
     return state_->Store.MostBytes();
 }
 
 Result Solver::AnalyseBoard(const Board& board, const SolverOptions& options) {
-    if (state_->Sizes.NumPos == 0) throw SolverFault("The solver has no memory for positions yet");
+    if (state_->Stage == SolverState::NoStore)
+        throw SolverFault("The solver has no memory for positions yet");
     const HashCase hashCase = options.HashCase.value_or(HashFor(state_->Sizes.NumPos));
     if (options.OptLevel > OptLevel::FewestOfAll) throw SolverFault("Invalid optimizer level");
     if (hashCase > HashCase::Mixed) throw SolverFault("Invalid hash case");
     if (options.SeaType > SeaType::Backward) throw SolverFault("Invalid Search Type");
+    state_->Forget();
     state_->Options = options;
     state_->Start = board;
-    state_->Analysed = false;
-    state_->Lent = false;
-    state_->Expander.reset();
-    InitSearchCounters(*state_);
     const Result result = kavit::AnalyseBoard(board, state_->Store.Blocks(), state_->Arrays);
     state_->Counters.NumBoxes = state_->Arrays.NumBoxes;
     state_->Counters.SqCompact = state_->Arrays.SqCompact;
@@ -118,21 +132,28 @@ Result Solver::AnalyseBoard(const Board& board, const SolverOptions& options) {
     if (result != Result::Ok) return result;
     state_->Store.Clear(state_->Arrays.NumBoxes, hashCase);
     state_->Expander = MakeExpander(*state_);
-    state_->Analysed = true;
+    state_->Stage = SolverState::Analysed;
     return Result::Ok;
 }
 
 Result Solver::Search(SolverHooks& hooks) {
-    if (!state_->Analysed) throw SolverFault("No level has been analysed for this search");
-    state_->Analysed = false;  // a second search needs a fresh store
+    state_->Need({SolverState::Analysed}, "No level has been analysed for this search");
+    state_->Stage = SolverState::Ended;  // also when a fault ends it
     state_->Hooks = &hooks;
     const Stopwatch watch(state_->Counters.SearchSeconds);
     const Result result = kavit::Search(*state_, *state_->Expander);
     if constexpr (kRecount) RecountStore(*state_);
+    if (result == Result::Ok)
+        state_->Stage = SolverState::Solved;
+    else if (state_->Kept[0])
+        state_->Stage = SolverState::StoppedWithSolution;
     return result;
 }
 
 Result Solver::OptimizeMoves(SolverHooks& hooks) {
+    state_->Need({SolverState::Solved},
+                 "The optimizer needs a search that has just found a solution");
+    state_->Stage = SolverState::Optimized;
     if (state_->Options.OptLevel < OptLevel::SomethingMore) return Result::GoOn;
     state_->Hooks = &hooks;
     Result result = Result::GoOn;
@@ -159,22 +180,26 @@ void Solver::State::Finish(KeptSolution& kept, const BuiltSolution& built) const
 }
 
 void Solver::BuildSolutions() {
+    state_->Need({SolverState::Solved, SolverState::Optimized, SolverState::StoppedWithSolution},
+                 "No solution is known that could be built");
     for (auto& known : state_->Kept) {
-        if (!known) throw SolverFault("No solution is known that could be built");
-        state_->Finish(*known, BuildSolution(state_->Arrays, state_->Store, known->SolSteps));
+        state_->Finish(known.value(),
+                       BuildSolution(state_->Arrays, state_->Store, known->SolSteps));
     }
     if (state_->Kept[0]->SolMoves == state_->Kept[1]->SolMoves)
         state_->Kept[1]->SolString = state_->Kept[0]->SolString;
 }
 
 Result Solver::FewestMoves(SolverHooks& hooks) {
-    if (state_->Options.OptLevel < OptLevel::FewestOfAll) return Result::GoOn;
+    constexpr const char* unbuilt =
+        "The search for the fewest moves begins at a solution that was built";
+    state_->Need({SolverState::Solved, SolverState::Optimized}, unbuilt);
     std::optional<KeptSolution>& best = state_->Kept[0];
-    if (!best || best->SolString.empty())
-        throw SolverFault("The search for the fewest moves begins at a solution that was built");
+    if (best.value().SolString.empty()) throw SolverFault(unbuilt);
+    if (state_->Options.OptLevel < OptLevel::FewestOfAll) return Result::GoOn;
     SearchCounters& counters = state_->Counters;
     const Stopwatch watch(counters.FewestSeconds);
-    state_->Lent = true;
+    state_->Stage = SolverState::Lent;
     // Every push is a move.
     counters.MovesLowerBound = state_->Kept[1]->SolPushes;
     FewestAnswer answer;
@@ -205,7 +230,7 @@ const SearchCounters& Solver::Counters() const {
 }
 
 StoredPosition Solver::Position(std::int64_t pos) const {
-    if (state_->Lent)
+    if (state_->Stage == SolverState::Lent)
         throw SolverFault("The positions have made room for the search for the fewest moves");
     if (pos < 1 || pos > state_->Counters.BucketCnt)
         throw SolverFault("There is no position " + std::to_string(pos) + ": " +

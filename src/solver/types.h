@@ -20,6 +20,18 @@ enum class HashCase : std::uint8_t { Default, Case1, Case2, Mixed };
 // Why a search was ended from outside.
 enum class StopCause : std::uint8_t { No, User, Time, Memory };
 
+// What a solver holds, and so which calls it answers; the others throw (solver.h).
+enum class SolverState : std::uint8_t {
+    NoStore,              // no memory for positions
+    Sized,                // a store, and no board, or one that was refused
+    Analysed,             // a board that can be searched
+    Solved,               // a search that found its solutions
+    Optimized,            // and went through the optimizer, however that ended
+    Lent,                 // its positions have made room for the search for the fewest moves
+    StoppedWithSolution,  // a search that was stopped with solutions in hand
+    Ended                 // a search that ended without one, or by a fault
+};
+
 // What the program cannot answer with a result number: a call out of order, a value that does not
 // fit its field, or a solution that does not replay. what() is a sentence for the user. The solver
 // can be used again after it.
@@ -75,6 +87,9 @@ struct SearchCounters {
     std::int64_t nSolSearch = 0;    // meetings found by the search, when the optimizer has run
     std::int64_t HashCnt = 0;       // positions offered
     std::int64_t RHashCnt = 0;      // re-probes
+    // No solution has fewer pushes: every layer expanded whole without a meeting proves one more.
+    std::int64_t PushesLowerBound = 0;
+    std::int64_t LayerSize = 0;     // positions in the layer that is being expanded
     std::int64_t SeaSteps = 0;      // layers expanded by the search
     std::int64_t ForwDepth = 0;     // layers expanded forward ("Sea1")
     std::int64_t BackDepth = 0;     // layers expanded backward ("Sea2")

@@ -75,6 +75,8 @@ Result PrepareSearch(SearchState& state, Expander& expander) {
 // Expands the current level of a side; `top` and `end` become the level that it makes.
 Result Step(SearchState& state, Expander& expander, std::uint8_t side, std::int32_t& top,
             std::int32_t& end, std::int64_t& depth, LayerTables::Table& table) {
+    state.Counters.PushesLowerBound = state.Counters.ForwDepth + state.Counters.BackDepth + 1;
+    state.Counters.LayerSize = end - top + 1;
     depth += 1;
     ExpandJob job{side, top, end, false};
     state.DuplicateBound = top;
