@@ -10,8 +10,10 @@
 namespace kavit::test {
 namespace {
 
-struct Standing final : WalkMeter {
+struct Standing final : ManWalks {
     int Walk(const std::uint8_t*, std::uint8_t, std::uint8_t) override { return 0; }
+    void SpreadCosts(const std::uint8_t*, const std::vector<ManCost>&,
+                     std::vector<ManCost>&) override {}
 };
 
 // 32767 moves are kept, one more is a fault: of one position, and of a meeting.

@@ -101,7 +101,7 @@ TEST(Layout, ObjectsToWhatItShould) {
         {"solver/store/primes.cpp", "#include \"level/board.h\"", ""},
         {"solver/types.h", "#include \"solver/hooks.h\"", "against the arrows"},
         {"solver/store/primes.cpp", "#include \"solver/store/primes.h\"", ""},
-        {"solver/store/offers.h", "#include \"solver/types.h\"", ""},
+        {"solver/store/offer.h", "#include \"solver/types.h\"", ""},
         {"solver/board/grid.h", "#include \"solver/store/primes.h\"", "against the arrows"},
         {"solver/moves/pass.cpp", "#include \"solver/solver.h\"", "against the arrows"},
         {"solver/solver.cpp", "#include \"solver/moves/pass.h\"", ""},

@@ -12,14 +12,14 @@ namespace {
 // A search that has ended, and its second forward level, made out of the first.
 struct Ended {
     explicit Ended(HashCase hashCase = HashCase::Default) : State(MachineMemory()) {
-        State.Batch.Reserve(8);
         EXPECT_TRUE(State.Store.Resize(5000, 8));
         State.Hooks = &Hooks;
         const Board board = test::BoardOf("########\n#. $  .#\n# $ @  #\n#      #\n########");
         InitSearchCounters(State);
         EXPECT_EQ(AnalyseBoard(board, 8, State.Arrays), Result::Ok);
         State.Store.Clear(State.Arrays.NumBoxes, hashCase);
-        EXPECT_EQ(Search(State, *MakeExpander(State)), Result::Ok);
+        Expander expander(State);
+        EXPECT_EQ(Search(State, expander), Result::Ok);
         Parents = LayerTables::Get(State.Layers.ForwTopEnd, 2, 1);
         Made = LayerTables::Get(State.Layers.ForwTopEnd, 3, 1);
     }

@@ -18,8 +18,6 @@ namespace kavit {
 
 namespace {
 
-constexpr int kMostBoxes = kCells;
-
 class Stopwatch {
   public:
     explicit Stopwatch(double& seconds) : seconds_(&seconds) {}
@@ -33,6 +31,18 @@ class Stopwatch {
   private:
     double* seconds_;
     std::chrono::steady_clock::time_point begin_ = std::chrono::steady_clock::now();
+};
+
+// No thread of a search outlives the call that started it.
+class ThreadsGuard {
+  public:
+    explicit ThreadsGuard(Expander& expander) : expander_(expander) {}
+    ~ThreadsGuard() { expander_.EndThreads(); }
+    ThreadsGuard(const ThreadsGuard&) = delete;
+    ThreadsGuard& operator=(const ThreadsGuard&) = delete;
+
+  private:
+    Expander& expander_;
 };
 
 }  // namespace
@@ -68,13 +78,6 @@ Solver::Solver(Solver&&) noexcept = default;
 Solver& Solver::operator=(Solver&&) noexcept = default;
 
 bool Solver::State::Resize(const kavit::Sizes& fields) {
-    try {
-        // Never smaller, so that it fits the old sizes when the store can't have the new ones.
-        const std::int64_t boxes = std::max(fields.Blocks, Sizes.Blocks);
-        Batch.Reserve(static_cast<int>(std::min<std::int64_t>(boxes, kMostBoxes)));
-    } catch (const std::bad_alloc&) {
-        return false;
-    }
     return Store.Resize(fields.NumPos, fields.Blocks);
 }
 
@@ -131,7 +134,7 @@ Result Solver::AnalyseBoard(const Board& board, const SolverOptions& options) {
     state_->Counters.BytesPerPosition = state_->Store.BytesPerPosition(hashCase);
     if (result != Result::Ok) return result;
     state_->Store.Clear(state_->Arrays.NumBoxes, hashCase);
-    state_->Expander = MakeExpander(*state_);
+    state_->Expander = std::make_unique<kavit::Expander>(*state_);
     state_->Stage = SolverState::Analysed;
     return Result::Ok;
 }
@@ -141,6 +144,7 @@ Result Solver::Search(SolverHooks& hooks) {
     state_->Stage = SolverState::Ended;  // also when a fault ends it
     state_->Hooks = &hooks;
     const Stopwatch watch(state_->Counters.SearchSeconds);
+    const ThreadsGuard guard(*state_->Expander);
     const Result result = kavit::Search(*state_, *state_->Expander);
     if constexpr (kRecount) RecountStore(*state_);
     if (result == Result::Ok)
@@ -156,6 +160,7 @@ Result Solver::OptimizeMoves(SolverHooks& hooks) {
     state_->Stage = SolverState::Optimized;
     if (state_->Options.OptLevel < OptLevel::SomethingMore) return Result::GoOn;
     state_->Hooks = &hooks;
+    const ThreadsGuard guard(*state_->Expander);
     Result result = Result::GoOn;
     {
         const Stopwatch watch(state_->Counters.PassSeconds);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <vector>
 
+#include "solver/board/freeze.h"
+
 namespace kavit {
 
 namespace {
@@ -141,42 +143,16 @@ bool DescribeSquares(BoardArrays& a) {
 
 // Only boxes on goals get the freeze test here; those beside goals are left to the search.
 Result FrozenCheck(BoardArrays& a) {
+    FreezeBoard board(a);
     for (int c = a.FirstIn; c <= a.LastIn; ++c) {
         if (Cell(a.SeaBoard, c) != 2) continue;
         if (Cell(a.DeadSq, c) == 1) return Result::FrozenBlock;
-        if (Cell(a.GoalSq, c) != 0 && FrozenTest(a, c)) return Result::FrozenBlock;
+        if (Cell(a.GoalSq, c) != 0 && board.Frozen(c)) return Result::FrozenBlock;
     }
     return Result::Ok;
 }
 
-bool Blocked(BoardArrays& a, int c, int axis, bool& notOnGoal) {
-    if (Cell(a.GoalSq, c) == 0) notOnGoal = true;
-    const int step = Dir[static_cast<std::size_t>(axis)];
-    const int before = c - step;
-    const int after = c + step;
-    const auto wall = [&](int cell) { return BoardArrays::At(a.SeaBoard, cell) == 1; };
-    if (wall(before) || wall(after)) return true;
-    if (BoardArrays::At(a.DeadSq, before) != 0 && BoardArrays::At(a.DeadSq, after) != 0)
-        return true;
-    // While its neighbours are looked at, this box counts as wall.
-    Cell(a.SeaBoard, c) = 1;
-    bool blocked = false;
-    if (Cell(a.SeaBoard, before) == 2)
-        blocked = Blocked(a, before, 1 - axis, notOnGoal);
-    else if (Cell(a.SeaBoard, after) == 2)
-        blocked = Blocked(a, after, 1 - axis, notOnGoal);
-    Cell(a.SeaBoard, c) = 2;
-    return blocked;
-}
-
 }  // namespace
-
-bool FrozenTest(BoardArrays& arrays, int cell) {
-    bool notOnGoal = false;
-    if (!Blocked(arrays, cell, 1, notOnGoal)) return false;
-    if (!Blocked(arrays, cell, 0, notOnGoal)) return false;
-    return notOnGoal;
-}
 
 Result AnalyseBoard(const Board& board, int blocks, BoardArrays& arrays) {
     arrays = BoardArrays{};

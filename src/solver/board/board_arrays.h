@@ -56,9 +56,4 @@ struct BoardArrays {
 // is not one man, or his region is open.
 [[nodiscard]] bool DescribeBoard(const Board& board, BoardArrays& arrays);
 
-// Nonzero frozen group: the box on `cell` is blocked along both axes, and a box that was looked at
-// on the way stands on no goal. Only one neighbour along an axis is ever followed, the one above or
-// to the right first; a group that is frozen on goals alone is allowed.
-[[nodiscard]] bool FrozenTest(BoardArrays& arrays, int cell);
-
 }  // namespace kavit

@@ -70,7 +70,8 @@ class Pass {
         const std::int64_t before = state_.Counters.BucketCnt;
         state_.LastPos = *side.Top = *side.End = 0;
         state_.DuplicateBound = run.Top;
-        const Result result = expander_.Expand({side.Tag, run.Top, run.End, true});
+        const Result result = expander_.Expand(
+            {.Side = side.Tag, .Top = run.Top, .End = run.End, .OnPathOnly = true});
         if (state_.Counters.BucketCnt > before) {
             *side.Top = static_cast<std::int32_t>(before + 1);
             *side.End = static_cast<std::int32_t>(state_.Counters.BucketCnt);

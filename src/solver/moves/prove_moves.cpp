@@ -183,7 +183,7 @@ class Proof {
             targets_.push_back({before.Pushes[static_cast<std::size_t>(push)].End, 0});
         if (sources_.empty())
             throw SolverFault("Internal error: a position on a shortest path leads nowhere");
-        expander_.SpreadCosts(layer.Nodes[node], sources_, targets_);
+        expander_.Walks().SpreadCosts(state_.Store.KeyAt(layer.Nodes[node]), sources_, targets_);
         for (std::size_t k = 0; k < in.size(); ++k)
             before.Cost[static_cast<std::size_t>(in[k])] += targets_[k].Cost;
     }
@@ -203,7 +203,7 @@ class Proof {
             for (std::size_t push = 0; push < layer.Pushes.size(); ++push) {
                 if (layer.Pushes[push].Near != node || layer.Cost[push] >= least) continue;
                 const int cost =
-                    layer.Cost[push] + expander_.Walk(key, man, layer.Pushes[push].Stand);
+                    layer.Cost[push] + expander_.Walks().Walk(key, man, layer.Pushes[push].Stand);
                 if (cost >= least) continue;
                 least = cost;
                 best = push;

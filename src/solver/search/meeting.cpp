@@ -56,7 +56,7 @@ bool KeepIfBetter(SearchState& state, int moves, const std::vector<std::int32_t>
 }
 
 int CountMoves(const BoardArrays& arrays, const PositionStore& store,
-               const std::vector<std::int32_t>& solSteps, WalkMeter& walk) {
+               const std::vector<std::int32_t>& solSteps, ManWalks& walks) {
     int moves = 0;
     std::uint8_t man = arrays.KeyByte(arrays.ManStart);
     const int boxes = store.KeyLength() - 1;
@@ -76,14 +76,14 @@ int CountMoves(const BoardArrays& arrays, const PositionStore& store,
         };
         const int from = arrays.KeyCell(byteOf(1));
         const int to = arrays.KeyCell(byteOf(-1));
-        moves += walk.Walk(before, man, arrays.KeyByte(from - (to - from))) + 1;
+        moves += walks.Walk(before, man, arrays.KeyByte(from - (to - from))) + 1;
         man = arrays.KeyByte(from);
         last = solSteps[k];
     }
     return moves;
 }
 
-void EvalMeeting(SearchState& state, const MeetingOffer& meeting, WalkMeter& walk) {
+void EvalMeeting(SearchState& state, const MeetingOffer& meeting, ManWalks& walks) {
     const PosRecord met = state.Store.Record(meeting.Pos);
     int moves = meeting.Moves + met.Moves + meeting.Walk;
     if (moves > 32767)
@@ -97,7 +97,7 @@ void EvalMeeting(SearchState& state, const MeetingOffer& meeting, WalkMeter& wal
     bool replaced = false;
     if (maybe) {
         const std::vector<std::int32_t> chain = MeetingChain(state.Store, meeting);
-        if (!exact) moves = CountMoves(state.Arrays, state.Store, chain, walk);
+        if (!exact) moves = CountMoves(state.Arrays, state.Store, chain, walks);
         replaced = KeepIfBetter(state, moves, chain);
     }
     state.EvalCnt += 1;
@@ -112,12 +112,8 @@ void EvalMeeting(SearchState& state, const MeetingOffer& meeting, WalkMeter& wal
 void MarkPath(PositionStore& store, std::int32_t a, std::int32_t b) {
     for (const std::int32_t end : {a, b}) {
         for (std::int32_t p = end; p >= 1;) {
-            PosRecord record = store.Record(p);
-            if (record.Tag < 10) {
-                record.Tag = static_cast<std::uint8_t>(record.Tag + 10);
-                store.SetRecord(p, record);
-            }
-            p = record.Parent;
+            store.SetOnPath(p);
+            p = store.Record(p).Parent;
         }
     }
 }

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
+#include "solver/search/man_walks.h"
 #include "solver/search/search_state.h"
-#include "solver/search/walk_meter.h"
 
 namespace kavit {
 
@@ -29,11 +29,11 @@ struct MeetingOffer {
 // There a path that looks good enough is counted again along its chain.
 //
 // Throws SolverFault where the moves do not fit their field.
-void EvalMeeting(SearchState& state, const MeetingOffer& meeting, WalkMeter& walk);
+void EvalMeeting(SearchState& state, const MeetingOffer& meeting, ManWalks& walks);
 
 // The man moves of a chain of positions, every walk measured.
 [[nodiscard]] int CountMoves(const BoardArrays& arrays, const PositionStore& store,
-                             const std::vector<std::int32_t>& solSteps, WalkMeter& walk);
+                             const std::vector<std::int32_t>& solSteps, ManWalks& walks);
 
 // Keeps a solution in place of kept solution 0 or 1 or both, where it beats them. Says whether it
 // did.
@@ -43,7 +43,7 @@ bool KeepIfBetter(SearchState& state, int moves, const std::vector<std::int32_t>
 [[nodiscard]] std::vector<std::int32_t> MeetingChain(const PositionStore& store,
                                                      const MeetingOffer& meeting);
 
-// Adds 10 to the tags of a, of b and of everything on their ways to the start positions.
+// Marks a, b and everything on their ways to the start positions.
 void MarkPath(PositionStore& store, std::int32_t a, std::int32_t b);
 
 }  // namespace kavit

@@ -35,7 +35,7 @@ void MarkRun(const SearchState& state, LayerRun run, std::uint8_t side, std::vec
     Require(run.Top <= run.End && run.End <= state.Counters.BucketCnt, "begins no run", run.Top);
     for (std::int32_t pos = run.Top; pos <= run.End; ++pos) {
         Require(!marked[static_cast<std::size_t>(pos)], "is in two levels", pos);
-        Require(state.Store.Record(pos).Tag % 10 == side, "is in a level of the other side", pos);
+        Require(state.Store.Record(pos).Side() == side, "is in a level of the other side", pos);
         marked[static_cast<std::size_t>(pos)] = true;
     }
 }
@@ -47,7 +47,7 @@ void RecountLayer(const SearchState& state, std::uint8_t side, LayerRun parents,
     const PositionStore& store = state.Store;
     for (std::int32_t pos = made.Top; pos <= made.End; ++pos) {
         const PosRecord record = store.Record(pos);
-        Require(record.Tag % 10 == side, "is of the other side", pos);
+        Require(record.Side() == side, "is of the other side", pos);
         Require(record.Parent >= parents.Top && record.Parent <= parents.End,
                 "has a parent in another level", pos);
         Require(record.Moves > store.Record(record.Parent).Moves, "needs no more moves", pos);

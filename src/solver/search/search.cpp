@@ -78,7 +78,7 @@ Result Step(SearchState& state, Expander& expander, std::uint8_t side, std::int3
     state.Counters.PushesLowerBound = state.Counters.ForwDepth + state.Counters.BackDepth + 1;
     state.Counters.LayerSize = end - top + 1;
     depth += 1;
-    ExpandJob job{side, top, end, false};
+    const ExpandJob job{.Side = side, .Top = top, .End = end};
     state.DuplicateBound = top;
     const std::int64_t before = state.Counters.BucketCnt;
     state.LastPos = top = end = 0;

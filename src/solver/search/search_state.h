@@ -7,7 +7,6 @@
 
 #include "solver/board/board_arrays.h"
 #include "solver/hooks.h"
-#include "solver/store/offers.h"
 #include "solver/store/position_store.h"
 #include "solver/types.h"
 
@@ -24,7 +23,6 @@ struct SearchState {
 
     BoardArrays Arrays;
     PositionStore Store;
-    OfferBatch Batch;
     SearchCounters Counters;
     LayerTables Layers;
     std::array<std::optional<KeptSolution>, 2> Kept;

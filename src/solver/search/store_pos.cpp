@@ -23,14 +23,9 @@ void Duplicate(SearchState& state, const Offer& offer, std::int32_t pos, PosReco
         state.Counters.PosDiscarded += 1;
         return;
     }
-    if (state.OptLevel >= OptLevel::SomethingPlus && record.Parent >= 1) {
-        // The old parent stays marked: the way through it was on some path.
-        PosRecord old = state.Store.Record(record.Parent);
-        if (old.Tag < 10) {
-            old.Tag = static_cast<std::uint8_t>(old.Tag + 10);
-            state.Store.SetRecord(record.Parent, old);
-        }
-    }
+    // The old parent stays marked: the way through it was on some path.
+    if (state.OptLevel >= OptLevel::SomethingPlus && record.Parent >= 1)
+        state.Store.SetOnPath(record.Parent);
     record.Parent = parent;
     record.Man = offer.Man;
     record.Moves = static_cast<std::int16_t>(offer.Moves);
@@ -39,7 +34,7 @@ void Duplicate(SearchState& state, const Offer& offer, std::int32_t pos, PosReco
 }
 
 Result Meet(SearchState& state, const Offer& offer, const std::uint8_t* key, std::int32_t pos,
-            std::int32_t parent, std::uint8_t tag, WalkMeter& walk) {
+            std::int32_t parent, std::uint8_t tag, ManWalks& walks) {
     SearchCounters& counters = state.Counters;
     counters.nSol += 1;
     if (counters.nSol == 1 && counters.SeaPhase == 1) state.Hooks->ShowMsg(Result::SolutionFound);
@@ -47,9 +42,9 @@ Result Meet(SearchState& state, const Offer& offer, const std::uint8_t* key, std
     MeetingOffer meeting{pos, parent, offer.Moves, tag, 0, 0};
     // At a solved position there is nothing left to walk to.
     const bool solved = tag == kForwTag && met.Parent < 1;
-    if (!solved) meeting.Walk = walk.Walk(key, offer.Man, met.Man);
+    if (!solved) meeting.Walk = walks.Walk(key, offer.Man, met.Man);
     if (counters.SeaPhase == 1) meeting.Pushes = counters.ForwDepth + counters.BackDepth;
-    EvalMeeting(state, meeting, walk);
+    EvalMeeting(state, meeting, walks);
     if (state.OptLevel >= OptLevel::SomethingMore) MarkPath(state.Store, parent, pos);
     if (state.OptLevel >= OptLevel::SomethingPlus && counters.SeaPhase == 1)
         state.MeetParents.push_back(parent);
@@ -68,7 +63,7 @@ Result Insert(SearchState& state, const Table& table, Offer& offer, const std::u
     state.ProgressTick += 1;
     state.LastPos = static_cast<std::int32_t>(counters.BucketCnt);
     table.Insert(offer, state.LastPos);
-    const auto stored = static_cast<std::uint8_t>(optimizing ? tag + 10 : tag);
+    const auto stored = static_cast<std::uint8_t>(optimizing ? tag + kPathMark : tag);
     state.Store.Append(state.LastPos,
                        {parent, static_cast<std::int16_t>(offer.Moves), offer.Man, stored}, key);
     if (state.ProgressTick >= kProgressEvery) Progress(state);
@@ -79,7 +74,7 @@ Result Insert(SearchState& state, const Table& table, Offer& offer, const std::u
 
 template <typename Table>
 Result StorePos(SearchState& state, const Table& table, Offer& offer, const std::uint8_t* key,
-                std::int32_t parent, std::uint8_t tag, WalkMeter& walk) {
+                std::int32_t parent, std::uint8_t tag, ManWalks& walks) {
     state.Counters.HashCnt += 1;
     if (offer.Moves > 32767)
         throw SolverFault("A position needs " + std::to_string(offer.Moves) +
@@ -91,12 +86,12 @@ Result StorePos(SearchState& state, const Table& table, Offer& offer, const std:
         if (pos == 0) break;
         if (state.Store.HasKey(pos, key)) {
             const PosRecord record = state.Store.Record(pos);
-            const bool own = record.Tag % 10 == tag;
+            const bool own = record.Side() == tag;
             Result result = Result::GoOn;
             if (own)
                 Duplicate(state, offer, pos, record, parent);
             else
-                result = Meet(state, offer, key, pos, parent, tag, walk);
+                result = Meet(state, offer, key, pos, parent, tag, walks);
             if (!state.SpecialActive) {
                 state.Counters.RHashCnt += offer.Reprobes;
                 return result;
@@ -110,8 +105,8 @@ Result StorePos(SearchState& state, const Table& table, Offer& offer, const std:
 }
 
 template Result StorePos(SearchState&, const SlotTable&, Offer&, const std::uint8_t*, std::int32_t,
-                         std::uint8_t, WalkMeter&);
+                         std::uint8_t, ManWalks&);
 template Result StorePos(SearchState&, const MixedTable&, Offer&, const std::uint8_t*, std::int32_t,
-                         std::uint8_t, WalkMeter&);
+                         std::uint8_t, ManWalks&);
 
 }  // namespace kavit

@@ -3,8 +3,8 @@
 #include <cstdint>
 
 #include "level/result.h"
+#include "solver/search/man_walks.h"
 #include "solver/search/search_state.h"
-#include "solver/search/walk_meter.h"
 
 namespace kavit {
 
@@ -26,6 +26,6 @@ namespace kavit {
 template <typename Table>
 [[nodiscard]] Result StorePos(SearchState& state, const Table& table, Offer& offer,
                               const std::uint8_t* key, std::int32_t parent, std::uint8_t tag,
-                              WalkMeter& walk);
+                              ManWalks& walks);
 
 }  // namespace kavit

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <bit>
 #include <cassert>
 #include <cstddef>
@@ -25,15 +26,21 @@
 
 namespace kavit {
 
-// Tag mod 10 is the side; 10 is added when the position lies on a path to a meeting.
+// A tag is the side, more by kPathMark when the position lies on a path to a meeting.
 inline constexpr std::uint8_t kForwTag = 1;
 inline constexpr std::uint8_t kBackTag = 2;
+inline constexpr std::uint8_t kPathMark = 10;
 
 struct PosRecord {
     std::int32_t Parent = 0;  // the position that this one was reached from; -1 at a start
     std::int16_t Moves = 0;   // man moves from the side's start, pushes included
     std::uint8_t Man = 0;     // where the man stands, in key numbering
     std::uint8_t Tag = 0;
+
+    [[nodiscard]] std::uint8_t Side() const {
+        return static_cast<std::uint8_t>(OnPath() ? Tag - kPathMark : Tag);
+    }
+    [[nodiscard]] bool OnPath() const { return Tag >= kPathMark; }
 };
 static_assert(std::endian::native == std::endian::little);  // HasKey cuts words at their high end
 static_assert(sizeof(PosRecord) == 8 && std::is_trivially_copyable_v<PosRecord>);
@@ -83,6 +90,23 @@ class PositionStore {
     }
     void SetRecord(std::int32_t pos, const PosRecord& record) {
         std::memcpy(Row(pos), &record, sizeof record);
+    }
+    // For threads that read a position while the storing thread may mark it: all but the tag, and
+    // the mark alone.
+    [[nodiscard]] PosRecord UntaggedRecord(std::int32_t pos) const {
+        PosRecord record;
+        std::memcpy(static_cast<void*>(&record), Row(pos), offsetof(PosRecord, Tag));
+        return record;
+    }
+    [[nodiscard]] bool OnPath(std::int32_t pos) const {
+        return std::atomic_ref(TagOf(pos)).load(std::memory_order_relaxed) >= kPathMark;
+    }
+    // Marks the position, where it is not marked yet.
+    void SetOnPath(std::int32_t pos) {
+        std::uint8_t& tag = TagOf(pos);
+        if (tag < kPathMark)
+            std::atomic_ref(tag).store(static_cast<std::uint8_t>(tag + kPathMark),
+                                       std::memory_order_relaxed);
     }
     [[nodiscard]] std::span<const std::uint8_t> Key(std::int32_t pos) const {
         return {KeyAt(pos), static_cast<std::size_t>(keyLength_)};
@@ -139,6 +163,9 @@ class PositionStore {
     [[nodiscard]] std::byte* Row(std::int32_t pos) const {
         assert(pos >= 0 && pos <= numPos_ && rowLength_ > 0);
         return rows_.Data() + static_cast<std::size_t>(pos) * rowLength_;
+    }
+    [[nodiscard]] std::uint8_t& TagOf(std::int32_t pos) const {
+        return *reinterpret_cast<std::uint8_t*>(Row(pos) + offsetof(PosRecord, Tag));
     }
     static std::uint64_t WordAt(const std::uint8_t* bytes) {
         std::uint64_t word = 0;
