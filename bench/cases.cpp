@@ -13,6 +13,16 @@ namespace {
 const std::string kCorpus = KAVIT_CORPUS_LEVELS "/";
 const std::string kExamples = KAVIT_EXAMPLES_FOLDER "/";
 
+// The level files of a folder, in order.
+std::vector<std::string> LevelsIn(const std::string& folder) {
+    std::vector<std::string> levels;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        if (entry.path().extension() == ".xsb") levels.push_back(entry.path().string());
+    if (levels.empty()) throw std::runtime_error("no .xsb files in " + folder);
+    std::sort(levels.begin(), levels.end());
+    return levels;
+}
+
 }  // namespace
 
 std::string Case::Name() const {
@@ -48,15 +58,6 @@ std::vector<Case> FingerprintCases() {
         cases.push_back({file, {}, 500});
     }
     return cases;
-}
-
-std::vector<std::string> LevelsIn(const std::string& folder) {
-    std::vector<std::string> levels;
-    for (const auto& entry : std::filesystem::directory_iterator(folder))
-        if (entry.path().extension() == ".xsb") levels.push_back(entry.path().string());
-    if (levels.empty()) throw std::runtime_error("no .xsb files in " + folder);
-    std::sort(levels.begin(), levels.end());
-    return levels;
 }
 
 }  // namespace kavit::bench

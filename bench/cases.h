@@ -26,9 +26,6 @@ struct Case {
 // Every example level under every search type and described hash, and some more.
 [[nodiscard]] std::vector<Case> FingerprintCases();
 
-// The level files of a folder, in order; throws where there is none.
-[[nodiscard]] std::vector<std::string> LevelsIn(const std::string& folder);
-
 // Prints one number made of all counts and strings of the fingerprint's searches. Returns the exit
 // status.
 int PrintFingerprint();
