@@ -7,14 +7,22 @@ namespace kavit {
 std::uint8_t CharToCell(std::string_view character) {
     if (character.size() != 1) return kInvalidChar;
     switch (character[0]) {
-        case ' ': return kFloor;
-        case '.': return kGoal;
-        case '$': return kBox;
-        case '*': return kBoxOnGoal;
-        case '#': return kWall;
-        case '@': return kMan;
-        case '+': return kManOnGoal;
-        default: return kInvalidChar;
+        case ' ':
+            return kFloor;
+        case '.':
+            return kGoal;
+        case '$':
+            return kBox;
+        case '*':
+            return kBoxOnGoal;
+        case '#':
+            return kWall;
+        case '@':
+            return kMan;
+        case '+':
+            return kManOnGoal;
+        default:
+            return kInvalidChar;
     }
 }
 

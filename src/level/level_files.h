@@ -68,7 +68,7 @@ class LevelFolder {
     std::filesystem::path folder_;
     std::filesystem::path exampleFolder_;
     std::vector<std::string> list_;  // of folder_
-    int levelIdx_ = kNotOpened;  // from 0; one beyond the end and one more: not in the list
+    int levelIdx_ = kNotOpened;      // from 0; one beyond the end and one more: not in the list
     std::filesystem::path levelPath_;
     std::string levelFile_;
     std::string levelName_;

@@ -82,8 +82,8 @@ class Solver {
 
     // The fewest moves of any solution, whatever its pushes, and their proof.
     // GoOn: finished, or nothing to do below OptLevel FewestOfAll; OutOfMemory; Stopped. Solution 0
-    // becomes the better one where one is found, and MovesLowerBound says what is proved, however it
-    // ends. The positions of the search have to make room.
+    // becomes the better one where one is found, and MovesLowerBound says what is proved, however
+    // it ends. The positions of the search have to make room.
     [[nodiscard]] Result FewestMoves(SolverHooks& hooks);
 
     // Answered at any time: what the last search has kept, counted and stored. A position is asked

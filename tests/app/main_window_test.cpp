@@ -15,9 +15,9 @@
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QTableView>
 #include <QSettings>
 #include <QSlider>
+#include <QTableView>
 #include <QTest>
 #include <QToolButton>
 #include <memory>

@@ -140,7 +140,6 @@ void BoardView::paintEvent(QPaintEvent* event) {
             const int cell = (row + extent_.Top) * Maxcol + col + extent_.Left;
             if (!event->region().intersects(CellRect(cell))) continue;
             painter.drawPixmap(PixelRect(cell), art_.At(PictureAt(cell)));
-            ++cellsPainted_;
         }
     }
     painter.setRenderHint(QPainter::Antialiasing);

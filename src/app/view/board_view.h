@@ -37,8 +37,6 @@ class BoardView : public QWidget {
     [[nodiscard]] QRect CellRect(int cell) const;
     // -1 beside what is shown.
     [[nodiscard]] int CellAt(const QPointF& point) const;
-    // Cells painted since the window opened: tests count them.
-    [[nodiscard]] qint64 CellsPainted() const { return cellsPainted_; }
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -99,7 +97,6 @@ class BoardView : public QWidget {
     bool cursorOn_ = false;
     int cursor_ = kCells / 2;
     bool keyDrag_ = false;
-    qint64 cellsPainted_ = 0;
 };
 
 }  // namespace kavit
