@@ -359,7 +359,10 @@ TEST_F(Cli, WhereLevelsComeFrom) {
     EXPECT_TRUE(Contains(run.Err, "empty: Nothing to Open: no .xsb, .sok or .txt")) << run.Err;
     EXPECT_FALSE(Contains(run.Err, "set: Nothing to Open")) << "all of it was met before";
     // What is named itself is taken as often as it is named, and what a list prints is a name.
-    EXPECT_EQ(Objects(Run({"--json", "one.xsb", "one.xsb"}).Out).size(), 2U);
+    folder_.Write("a]", kOnePush);
+    const std::vector<Json> named = Objects(Run({"--json", "a]", "a]"}).Out);
+    ASSERT_EQ(named.size(), 2U);
+    EXPECT_EQ(named[0].at("level"), "a]");
     const ProgramRun list = Run({"--list", "[a,b]", "set"});
     Strings listed;
     std::istringstream lines(list.Out);
@@ -557,8 +560,9 @@ TEST_F(Cli, StandardOutputThatFails) {
 TEST_F(Cli, SignalsAndProgress) {
     for (const int number : {SIGINT, SIGTERM}) {
         ProgramSetup setup;
-        setup.Args =
-            Words("--json --blocks 15 --max-positions 12000000 one.xsb endless.xsb two.xsb");
+        setup.Args = Words(
+            "--json --blocks 15 --max-positions 12000000 --output all.sok one.xsb endless.xsb "
+            "two.xsb");
         setup.Folder = folder_.Path();
         setup.ErrTerminal = true;
         bool sent = false;
@@ -573,6 +577,7 @@ TEST_F(Cli, SignalsAndProgress) {
         for (std::size_t at = 0; (at = run.Err.find("\x1b[K[", at)) != std::string::npos; ++at)
             EXPECT_LT(run.Err.find('\r', at) - (at + 3), 50U) << run.Err;
         EXPECT_TRUE(Contains(run.Err, "stopped before two.xsb")) << run.Err;
+        EXPECT_EQ(Run({"--list", "all.sok"}).Out, "all.sok#1\nall.sok#2\nall.sok#3\n");
         const std::vector<Json> objects = Objects(run.Out);
         ASSERT_EQ(objects.size(), 2U) << run.Out;
         EXPECT_EQ(objects[1].at("result"), 8);

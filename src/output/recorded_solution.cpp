@@ -27,7 +27,7 @@ RecordedSolution PlayRecorded(const Board& board, std::string_view lurd) {
 
 std::string RecordedText(const RecordedSolution& recorded, const SolveReport& found) {
     if (!recorded.Solves) return "The recorded solution does not solve it: " + recorded.Wrong;
-    const std::string text = "Recorded solution: " + B(recorded.Moves) + "/" + B(recorded.Pushes);
+    std::string text = "Recorded solution: " + B(recorded.Moves) + "/" + B(recorded.Pushes);
     if (!found.PushesProved) return text;
     const std::int64_t more = recorded.Pushes - found.Kept[1]->SolPushes;
     if (more > 0) return text + ", " + Count(more, "push") + " more than needed";
