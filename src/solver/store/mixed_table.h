@@ -84,7 +84,8 @@ class MixedTable {
                 offer.Step = std::countr_zero(same);
                 return static_cast<std::int32_t>(line.Pos[offer.Step]);
             }
-            if (line.Pos[kPlaces - 1] == 0 || (line.Passed & PassedBit(offer.Mix)) == 0) return 0;
+            // No key goes on while there is room.
+            if ((line.Passed & PassedBit(offer.Mix)) == 0) return 0;
             Next(offer);
         }
     }
