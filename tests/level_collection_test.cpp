@@ -114,6 +114,7 @@ TEST(Collection, TellsWhatBelongsToWhat) {
         {"A\nsolution: 2(l2U)\nuu\nlR\nrR", "1<///lUUlUUuulRrR>A "},
         {"A\nSolution:R\n\nlL\nSolution: uU\n", "1<//Solution: lL|Solution: uU/R>A "},
         {"A\nSolution: see below\nSolutions\n", "1<Solution: see below//Solutions/>A "},
+        {"A\nR3\n", "1A !4-4 moves that make no sense, or too many of them "},
         {"A\n9999999R\n", "1A !4-4 moves that make no sense, or too many of them "},
         {"A\n2(R\n)3R\n\nSolution: 3\n", "1<Solution: 3///RRRRR>A "},
         {"A\n(R\n\nB\n2R)",
@@ -122,7 +123,8 @@ TEST(Collection, TellsWhatBelongsToWhat) {
         // What is skipped, with its text and its solution.
         {"###\n#x@#\n###\nt\nR\n\nB", "7B !1-3 line 2, column 2 is no level character "},
         {"x## #\n#@#\n#.$ 3\n\nB", "5B !1-3 line 1, column 1 is no level character "},
-        {"####\n# # 3\n\nB", "4B !1-2 line 2 ends in a count "},
+        {"####\n##3\n\nB", "4B !1-2 line 2 has a count without a square "},
+        {"##2|##\n\nB", "3B !1-1 line 1 has a count without a square "},
         {"9999#\n\nA", "3A !1-1 line 1 is too long "},
         {"3#\n\n###\n###\n\nA", "6A !1-1 too few rows for a level !3-4 too few rows for a level "},
         {"###\n# #\n###\n\nA", "5A !1-3 no man, no box and no goal "},

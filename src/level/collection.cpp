@@ -136,7 +136,7 @@ void CollectionReader::Reading::TakeRow(const CollectionLine& line, bool broken)
         if (line.Cut || !broken) {
             entry_->Fault += " is too long";
         } else if (column > line.Text.size()) {
-            entry_->Fault += " ends in a count";
+            entry_->Fault += " has a count without a square";
         } else {
             entry_->Fault += ", column " + std::to_string(column) + " is no level character";
         }
