@@ -83,9 +83,10 @@ std::string Figures::Text() const {
 
 Figures Ask(Solver& solver, const Question& question) {
     ProgressHooks hooks(question.StopAfter);
-    const SolverOptions options{static_cast<OptLevel>(question.OptLevel),
-                                static_cast<SeaType>(question.SeaType),
-                                static_cast<HashCase>(question.HashCase), question.OptSpecial};
+    // One to three threads, whatever the machine has: no answer depends on their number.
+    const SolverOptions options{
+        static_cast<OptLevel>(question.OptLevel), static_cast<SeaType>(question.SeaType),
+        static_cast<HashCase>(question.HashCase), question.OptSpecial, 1 + question.NumPos % 3};
     Result result = solver.AnalyseBoard(question.Level, options);
     if (result == Result::Ok) result = solver.Search(hooks);
     Figures f = FiguresOf(static_cast<int>(result), solver.Counters());
