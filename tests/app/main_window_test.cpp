@@ -657,6 +657,15 @@ class MainWindowTest : public QObject {
         QTest::mouseClick(Find<QAbstractButton>("chkWriteSol"), Qt::LeftButton);
         Choose("mnuSave");
         QCOMPARE(folder_->Read("Kavit.ini"), std::string(" 300000  8  100  1  1  0 \r\n"));
+        // The next session asks where this one opened its level.
+        window_.reset();
+        window_ = std::make_unique<kavit::MainWindow>("kavit", folder_->Path("levels"));
+        QCOMPARE(window_->Load(), std::string());
+        boxes_->OnDialog = [&](QDialog* dialog) {
+            QCOMPARE(static_cast<QFileDialog*>(dialog)->directory(), QDir(folder_->Path().c_str()));
+            dialog->reject();
+        };
+        Choose("mnuOpen0");
     }
 };
 

@@ -7,6 +7,7 @@
 #include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QMimeData>
@@ -405,7 +406,11 @@ Choice MainWindow::Ask(const std::string& text, Choices choices) {
 
 std::optional<std::string> MainWindow::AskOpenFile(const std::string& folder,
                                                    const std::string& name) {
-    return AskForOpenFile(this, folder, name);
+    // A session's first dialog begins where the last session ended.
+    const bool first = name.empty() && QFileInfo(preferences_.Folder).isDir();
+    auto chosen = AskForOpenFile(this, first ? ToPath(preferences_.Folder) : folder, name);
+    if (chosen) preferences_.Folder = QFileInfo(FromPath(*chosen)).absolutePath();
+    return chosen;
 }
 
 std::optional<std::string> MainWindow::AskSaveFile(FileKind kind, const std::string& folder,

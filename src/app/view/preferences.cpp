@@ -28,6 +28,7 @@ Preferences Preferences::Load() {
     preferences.Closing = store.value(QStringLiteral("figures")).toBool();
     preferences.Aside = store.value(QStringLiteral("aside")).toBool();
     preferences.Geometry = store.value(QStringLiteral("geometry")).toByteArray();
+    preferences.Folder = store.value(QStringLiteral("folder")).toString();
     return preferences;
 }
 
@@ -38,6 +39,7 @@ void Preferences::Save() const {
     store.setValue(QStringLiteral("figures"), Closing);
     store.setValue(QStringLiteral("aside"), Aside);
     store.setValue(QStringLiteral("geometry"), Geometry);
+    store.setValue(QStringLiteral("folder"), Folder);
 }
 
 }  // namespace kavit
