@@ -601,6 +601,13 @@ TEST_F(Cli, SecondSignalEndsAtOnce) {
     // The first one ends the wait for input, as it ends a search; what was known is there.
     EXPECT_EQ(once.Status, 5) << once.Err;
     EXPECT_TRUE(Contains(once.Out, "\nR\n"));
+    // One press of a key that reaches the program by two ways.
+    for (int round = 0; round < 20; ++round) {
+        const ProgramRun both = disturb([&](pid_t program) {
+            for (int times = 0; times < 3; ++times, usleep(100)) kill(program, SIGINT);
+        });
+        EXPECT_EQ(both.Status, 5) << round;
+    }
     const ProgramRun twice = disturb([](pid_t program) {
         // Both wait for it, and arrive together.
         for (const int number : {SIGSTOP, SIGINT, SIGTERM, SIGCONT}) kill(program, number);

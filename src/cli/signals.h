@@ -8,7 +8,8 @@ namespace kavit {
 
 // While it lives, the first SIGINT or SIGTERM stops the session and the program ends in its own
 // time, with what it knows; the second one ends it at once, with the status of a program that the
-// signal killed. SIGPIPE is ignored: a reader that went away shows as a failed write.
+// signal killed. The same signal again within a fifth of a second is still the first. SIGPIPE is
+// ignored: a reader that went away shows as a failed write.
 //
 // A blocked read is not restarted, so that a program that waits for its input can end too.
 class SignalGuard {
