@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "app/model/level_folder.h"
 #include "support/temp_folder.h"
 
 namespace kavit {

@@ -1,11 +1,11 @@
 #include "level/collection_lines.h"
 
 #include <algorithm>
-#include <cctype>
 #include <optional>
 #include <utility>
 
 #include "level/moves_text.h"
+#include "level/without_case.h"
 
 namespace kavit {
 
@@ -93,13 +93,6 @@ bool IsMostlyRow(std::string_view line) {
         if (sign == Sign::Plain || sign == Sign::Wall) ++squares;
     }
     return squares * 2 > all;
-}
-
-bool EqualWithoutCase(std::string_view a, std::string_view b) {
-    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) {
-        return std::tolower(static_cast<unsigned char>(x)) ==
-               std::tolower(static_cast<unsigned char>(y));
-    });
 }
 
 }  // namespace

@@ -6,10 +6,10 @@
 
 #include "app/model/album.h"
 #include "app/model/desk.h"
+#include "app/model/level_folder.h"
 #include "app/model/settings_control.h"
 #include "app/model/solution_control.h"
 #include "level/board.h"
-#include "level/level_files.h"
 #include "level/level_reader.h"
 
 namespace kavit {
