@@ -907,7 +907,7 @@ TEST_F(FlowTest, WhatASearchShows) {
     EXPECT_EQ(flow.Now().Debug, "Pos.Count = 5000");
     EXPECT_EQ(flow.Now().Progress, 5000);
     EXPECT_EQ(flow.Now().Details,
-              "layers 12 + 9, this one 321; 2100000 offers/s; 5 MB; at least 22 pushes; memory "
+              "layers 12 + 9, this one 321; 2100000 offers/s; 4.9 MB; at least 22 pushes; memory "
               "reaches to about 30");
 }
 
@@ -1097,7 +1097,7 @@ TEST_F(FlowTest, SettingsPanel) {
         EXPECT_EQ(flow.Now().PanelVisible, *row.Box != '\0') << row.Box;
         EXPECT_EQ(flow.Now().Size, *row.Box != '\0' ? "200000/8" : "100000/12") << row.Box;
     }
-    EXPECT_TRUE(flow.Now().PanelMemory.starts_with("Memory: 3 MB of ")) << flow.Now().PanelMemory;
+    EXPECT_TRUE(flow.Now().PanelMemory.starts_with("Memory: 2.6 MB of ")) << flow.Now().PanelMemory;
     flow.Play("memory:many");
     EXPECT_EQ(flow.Now().PanelMemory, "");
     flow.Play("memory:100000");

@@ -33,7 +33,4 @@ using NumberRanges = std::vector<std::pair<std::int64_t, std::int64_t>>;
 // "5-9,12".
 [[nodiscard]] NumberRanges LevelNumbers(const std::string& text);
 
-// "9.3 GB", with powers of 1024 as the option takes them.
-[[nodiscard]] std::string BytesText(std::uint64_t bytes);
-
 }  // namespace kavit

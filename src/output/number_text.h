@@ -28,13 +28,7 @@ namespace kavit {
     return text;
 }
 
-// Bytes as a person says them: "91 MB", "1.4 GB".
-[[nodiscard]] inline std::string MemoryText(std::uint64_t bytes) {
-    const std::uint64_t tenths = bytes * 10 >> 30;
-    if (tenths >= 100) return std::to_string(tenths / 10) + " GB";
-    if (tenths >= 10)
-        return std::to_string(tenths / 10) + "." + std::to_string(tenths % 10) + " GB";
-    return std::to_string((bytes >> 20) + ((bytes & ((1U << 20) - 1)) != 0 ? 1 : 0)) + " MB";
-}
+// Bytes as a person says them, with powers of 1024: "91 MB", "1.4 GB".
+[[nodiscard]] std::string BytesText(std::uint64_t bytes);
 
 }  // namespace kavit

@@ -62,8 +62,8 @@ void SettingsControl::ShowMemory() {
     const auto blocks = ParseNumber(desk_.Screen.Panel.Blocks);
     const bool sizes = positions && blocks && *positions > 0 && *positions <= kMostPositions &&
                        *blocks > 0 && *blocks <= kMostBlocks;
-    desk_.Screen.PanelMemory = sizes ? "Memory: " + MemoryText(BytesFor(*positions, *blocks)) +
-                                           " of " + MemoryText(solver_.MostBytes())
+    desk_.Screen.PanelMemory = sizes ? "Memory: " + BytesText(BytesFor(*positions, *blocks)) +
+                                           " of " + BytesText(solver_.MostBytes())
                                      : "";
 }
 

@@ -19,7 +19,7 @@ std::string DetailsOf(const SolveProgress& p) {
         static_cast<std::uint64_t>(p.BytesPerPosition * static_cast<double>(p.Positions));
     std::string text = "layers " + B(p.ForwLayers) + " + " + B(p.BackLayers) + ", this one " +
                        B(p.LayerSize) + "; " + B(std::llrint(p.OffersPerSecond / 1000) * 1000) +
-                       " offers/s; " + MemoryText(bytes);
+                       " offers/s; " + BytesText(bytes);
     if (p.PushesLower > 0) text += "; at least " + B(p.PushesLower) + " pushes";
     if (p.PushesReach) text += "; memory reaches to about " + B(*p.PushesReach);
     return text;
@@ -164,7 +164,7 @@ void SolveControl::OfferMemory() {
         return desk_.Say(had + "This machine can hold " + B(most) + ".");
     }
     if (desk_.Window().Ask(had + "This machine can hold " + B(most) + ", which take " +
-                               MemoryText(BytesFor(most, sizes.Blocks)) + ". Try again with that?",
+                               BytesText(BytesFor(most, sizes.Blocks)) + ". Try again with that?",
                            Choices::YesNo) != Choice::Yes) {
         return;
     }
