@@ -432,7 +432,7 @@ TEST_F(FlowTest, ListOfLevels) {
     EXPECT_EQ(flow.Now().Details, "Recorded solution: 2/1, with the fewest pushes");
     flow.View.SaveFile = flow.Files.Path("again.sok");
     flow.Play("choose:0 solve savealbum");
-    const Collection again = ReadCollection(flow.Files.Read("again.sok"));
+    const Collection again = test::CollectionOf(flow.Files.Read("again.sok"));
     ASSERT_EQ(again.Levels.size(), 3U);
     EXPECT_EQ(again.Levels[0].Solution, "R");
     EXPECT_EQ(again.Levels[1].Solution, "rR");

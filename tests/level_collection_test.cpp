@@ -138,7 +138,7 @@ TEST(Collection, TellsWhatBelongsToWhat) {
         {"A\n\nmob\n\nBob #\nB", "1<mob///>A 8<Bob #///>B "},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(Shown(ReadCollection(Filled(c.Text))), c.Shown) << c.Text;
+        EXPECT_EQ(Shown(CollectionOf(Filled(c.Text))), c.Shown) << c.Text;
     }
 }
 
@@ -168,11 +168,11 @@ TEST(Collection, KeepsToItsLimits) {
          "1A !4-4 moves that make no sense, or too many of them "},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(Shown(ReadCollection(Filled(c.Text))), c.Shown) << c.Text.substr(0, 80);
+        EXPECT_EQ(Shown(CollectionOf(Filled(c.Text))), c.Shown) << c.Text.substr(0, 80);
     }
     // Text of more than a megabyte, in one piece and in many; and the next gap has its own.
     for (const char* gap : {"", "\n"}) {
-        const Collection read = ReadCollection(repeat(words + gap, 11) + Filled("A\nt\n\nB\nu"));
+        const Collection read = CollectionOf(repeat(words + gap, 11) + Filled("A\nt\n\nB\nu"));
         ASSERT_EQ(read.Skipped.size(), 1U);
         EXPECT_EQ(read.Skipped[0].First, *gap == '\0' ? 11 : 21);
         EXPECT_EQ(read.Skipped[0].Last, read.Skipped[0].First);
@@ -182,9 +182,9 @@ TEST(Collection, KeepsToItsLimits) {
     const auto comment = [&](int lines) {
         return "Comment:\n" + Filled("A\n") + repeat("\n", lines - 4) + "c\nComment-End:\n";
     };
-    EXPECT_EQ(ReadCollection(comment(16381)).Comment.size(), 16390U);
-    EXPECT_TRUE(ReadCollection(comment(16383)).Levels.empty());
-    EXPECT_EQ(ReadCollection(comment(16384)).Levels.size(), 1U);
+    EXPECT_EQ(CollectionOf(comment(16381)).Comment.size(), 16390U);
+    EXPECT_TRUE(CollectionOf(comment(16383)).Levels.empty());
+    EXPECT_EQ(CollectionOf(comment(16384)).Levels.size(), 1U);
 
     std::istringstream stream(repeat("#x@#\n\n", 1002) + Filled("A"));
     CollectionReader reader(stream);
@@ -199,12 +199,12 @@ TEST(Collection, KeepsToItsLimits) {
     // A line end that lies across two blocks of the buffer is still one.
     for (int length = 65530; length < 65540; ++length) {
         const string text = string(static_cast<std::size_t>(length), 'x') + "\r\n" + Filled("A");
-        EXPECT_EQ(ReadCollection(text).Levels.at(0).Line, 2);
+        EXPECT_EQ(CollectionOf(text).Levels.at(0).Line, 2);
     }
 }
 
 Collection WrittenAndRead(const Collection& collection) {
-    return ReadCollection(CollectionText(collection));
+    return CollectionOf(CollectionText(collection));
 }
 
 TEST(Collection, ReadsBackWhatItWrote) {
@@ -217,7 +217,7 @@ TEST(Collection, ReadsBackWhatItWrote) {
         "Title: Title: t\nA\nComment: Comment:x",
     };
     for (const string& text : texts) {
-        const Collection first = ReadCollection(Filled(text));
+        const Collection first = CollectionOf(Filled(text));
         EXPECT_FALSE(first.Levels.empty());
         EXPECT_EQ(Shown(WrittenAndRead(first)), Shown(WrittenAndRead(WrittenAndRead(first))));
         EXPECT_EQ(first.Levels.size(), WrittenAndRead(first).Levels.size());
@@ -316,7 +316,7 @@ TEST(Collection, ReadsRandomLevelsInEveryDialect) {
             level.BoardText = plain;
             expected.push_back(level);
         }
-        const Collection read = ReadCollection(text);
+        const Collection read = CollectionOf(text);
         EXPECT_TRUE(read.Skipped.empty());
         ASSERT_EQ(read.Levels.size(), expected.size()) << text;
         for (std::size_t i = 0; i < expected.size(); ++i) {
@@ -379,7 +379,7 @@ TEST(Collection, JoinedFilesGiveWhatEachGives) {
         }
         text += file + "\n";
     }
-    const Collection read = ReadCollection(text);
+    const Collection read = CollectionOf(text);
     EXPECT_EQ(read.Skipped.size(), refused);
     ASSERT_EQ(read.Levels.size(), boards.size());
     for (std::size_t i = 0; i < boards.size(); ++i) {

@@ -292,15 +292,6 @@ TEST(LevelReader, NamesTitlesThatHoldAWall) {
     EXPECT_EQ(many.Dropped, 50);
 }
 
-TEST(LevelReader, KnowsARowWithAWall) {
-    for (const char* text : {"#", "title\n-_$.*@+ #\r\nx", "x#\r#"}) {
-        EXPECT_TRUE(HoldsLevelRow(text)) << text;
-    }
-    for (const char* text : {"", "@$.", "title\nx#\n#x\n", "---"}) {
-        EXPECT_FALSE(HoldsLevelRow(text)) << text;
-    }
-}
-
 // A character that lies across two blocks of the buffer is still one.
 TEST(LevelReader, SequencesAcrossBlocks) {
     for (std::size_t length = 8180; length < 8200; ++length) {

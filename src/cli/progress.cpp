@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <string>
 #include <string_view>
 
-#include "cli/option_values.h"
 #include "output/number_text.h"
 
 namespace kavit {
@@ -39,8 +39,7 @@ std::size_t RoomInLine() {
     return size.ws_col - 1U;
 }
 
-}  // namespace
-
+// Without control characters.
 std::string ProgressLine(const SolveProgress& p) {
     const std::int64_t filled = std::clamp<std::int64_t>(
         kBarWidth * p.Positions / std::max<std::int64_t>(p.NumPos, 1), 0, kBarWidth);
@@ -61,6 +60,8 @@ std::string ProgressLine(const SolveProgress& p) {
     return line + ", " + Short(std::llround(p.OffersPerSecond)) + " offers/s, " +
            BytesText(static_cast<std::uint64_t>(memory));
 }
+
+}  // namespace
 
 ProgressBar::ProgressBar() : wanted_(isatty(STDERR_FILENO) == 1) {}
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "output/progress.h"
 #include "output/solve_session.h"
 
@@ -21,8 +19,5 @@ class ProgressBar final : public SolveObserver {
     bool wanted_ = false;
     bool shown_ = false;
 };
-
-// The line itself, without control characters.
-[[nodiscard]] std::string ProgressLine(const SolveProgress& progress);
 
 }  // namespace kavit

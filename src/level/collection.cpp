@@ -307,8 +307,7 @@ std::int64_t CollectionReader::Blocks() const {
     return reading_->Blocks;
 }
 
-Collection ReadCollection(std::string_view text) {
-    std::istringstream stream{std::string(text)};
+Collection ReadCollection(std::istream& stream) {
     CollectionReader reader(stream);
     Collection collection;
     bool more = true;

@@ -5,7 +5,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 // Collections: texts with any number of levels, as players pass them on. In one text there can be
@@ -93,7 +92,8 @@ class CollectionReader {
     std::unique_ptr<Reading> reading_;
 };
 
-[[nodiscard]] Collection ReadCollection(std::string_view text);
+// All of it at once.
+[[nodiscard]] Collection ReadCollection(std::istream& stream);
 
 // Whether a text is to be read as a collection: two of its levels have a man; or a level that is
 // whole by itself stands beside other rows; or the alphabet is not that of the single-level

@@ -219,19 +219,6 @@ std::string InvalidCharText(std::string_view character) {
     return "Invalid char '" + shown + "' in Xsb; Assumed Space";
 }
 
-bool HoldsLevelRow(std::string_view text) {
-    while (!text.empty()) {
-        const std::size_t end = std::min(text.find_first_of("\r\n"), text.size());
-        const std::string_view line = text.substr(0, end);
-        if (line.find('#') != std::string_view::npos &&
-            line.find_first_not_of(kRowCharacters) == std::string_view::npos) {
-            return true;
-        }
-        text.remove_prefix(std::min(end + 1, text.size()));
-    }
-    return false;
-}
-
 ReadReply ReadLevelStream(std::istream& stream, Board& board, const AskInvalidChar& ask) {
     if (!stream) {
         ClearBoard(board);

@@ -59,9 +59,6 @@ struct ReadReply {
 
 inline constexpr std::size_t kMostDroppedLines = 20;  // as many are listed
 
-// Does any line of the text look like a row with a wall: level characters, "-" and "_" only?
-[[nodiscard]] bool HoldsLevelRow(std::string_view text);
-
 // Reads a level file. A file that can't be opened leaves the board as it is; after any other
 // failure, Cancel included, the board is cleared. A file of any size is read in bounded memory, and
 // no further than the outcome needs. Devices are refused like folders: they need not end.

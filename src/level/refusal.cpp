@@ -57,6 +57,11 @@ std::string Counted(std::size_t count, const std::string& one, const std::string
     return std::to_string(count) + " " + (count == 1 ? one : several);
 }
 
+// "row 2, column 5" of a cell.
+std::string CellPlaceText(int cell) {
+    return "row " + std::to_string(RowOf(cell) + 1) + ", column " + std::to_string(ColOf(cell) + 1);
+}
+
 // "row 1, column 2 and row 3, column 4"
 std::string PlacesText(const std::vector<int>& cells) {
     std::string text;
@@ -163,10 +168,6 @@ void JudgeRoom(const Squares& squares, int man, std::vector<Refusal>& refusals) 
 }
 
 }  // namespace
-
-std::string CellPlaceText(int cell) {
-    return "row " + std::to_string(RowOf(cell) + 1) + ", column " + std::to_string(ColOf(cell) + 1);
-}
 
 std::vector<Refusal> WhyRefused(const Board& board) {
     const Squares squares(board);

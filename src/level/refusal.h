@@ -30,9 +30,6 @@ struct Refusal {
     std::vector<int> Cells;  // what it is about, where there are such squares
 };
 
-// "row 2, column 5" of a cell.
-[[nodiscard]] std::string CellPlaceText(int cell);
-
 // Every reason found, in the order of the kinds; empty when nothing is wrong. The solver refuses a
 // board for any of them but OutOfReach, which it would find out by a search.
 [[nodiscard]] std::vector<Refusal> WhyRefused(const Board& board);

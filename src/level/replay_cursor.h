@@ -17,8 +17,8 @@ namespace kavit {
 class ReplayCursor {
   public:
     ReplayCursor() = default;
-    // A line that the rules forbid, or a board without its one man, can be played as far as
-    // Playable() says; the cursor goes no further.
+    // A line that the rules forbid, or a board without its one man, ends for the cursor where it
+    // can't be played any further.
     ReplayCursor(const Board& start, std::string_view lurd);
 
     [[nodiscard]] const Board& Start() const { return start_; }
@@ -26,7 +26,6 @@ class ReplayCursor {
     [[nodiscard]] const std::string& Line() const { return line_; }
     [[nodiscard]] std::int64_t Moves() const { return static_cast<std::int64_t>(line_.size()); }
     [[nodiscard]] std::int64_t Pushes() const { return PushesUpTo(Moves()); }
-    [[nodiscard]] std::int64_t Playable() const { return playable_; }
 
     [[nodiscard]] std::int64_t At() const { return at_; }
     [[nodiscard]] std::int64_t PushesAt() const { return PushesUpTo(at_); }
@@ -38,7 +37,6 @@ class ReplayCursor {
 
     // All answer whether the position changed.
     bool Forward() { return Seek(at_ + 1); }
-    bool Back() { return Seek(at_ - 1); }
     bool ForwardPush();
     bool BackPush();
     bool First() { return Seek(0); }

@@ -52,8 +52,8 @@ std::string Reviewing(const MessageValues& v) {
     return "Reviewing up to" + S(v.ForwLevel) + " +" + S(v.BackLevel) + " pushes";
 }
 
-}  // namespace
-
+// "moves/pushes" of solution 0 and, when solution 1 differs in moves, `separator` and its own pair.
+// Two solutions of equal moves show as one, whatever their pushes.
 std::string PairText(const MessageValues& values, std::string_view separator) {
     std::string text = Ratio(values.SolMoves[0], values.SolPushes[0]);
     if (values.SolMoves[0] != values.SolMoves[1]) {
@@ -62,6 +62,8 @@ std::string PairText(const MessageValues& values, std::string_view separator) {
     }
     return text;
 }
+
+}  // namespace
 
 MessageLines MessageCatalogue::ShowMsg(int number, const MessageValues& v) {
     const char* const ended = v.TimeOut ? "Time Out" : "Interrupted by user";

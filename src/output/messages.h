@@ -4,7 +4,6 @@
 #include <cstdint>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "level/result.h"
 #include "solver/types.h"
@@ -41,10 +40,6 @@ struct MessageLines {
 
     bool operator==(const MessageLines&) const = default;
 };
-
-// "moves/pushes" of solution 0 and, when solution 1 differs in moves, `separator` and its own pair.
-// Two solutions of equal moves show as one, whatever their pushes.
-[[nodiscard]] std::string PairText(const MessageValues& values, std::string_view separator);
 
 class MessageCatalogue {
   public:

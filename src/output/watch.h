@@ -39,11 +39,11 @@ class SolveWatch {
 
     [[nodiscard]] double SeaStart() const { return seaStart_; }
     [[nodiscard]] double LastTick() const { return lastTick_; }
-    // Whole seconds, halves to even.
-    [[nodiscard]] std::int64_t Elapsed() const;
 
   private:
     void TakeTime(double clock);
+    // Whole seconds, halves to even.
+    [[nodiscard]] std::int64_t Elapsed() const;
     [[nodiscard]] std::string Caption() const;
 
     double seaStart_ = 0;

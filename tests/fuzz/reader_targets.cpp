@@ -137,7 +137,7 @@ void CheckPasting(std::string_view bytes, InvalidCharAnswer answer) {
 }  // namespace
 
 void FuzzCollection(std::string_view bytes) {
-    const Collection collection = ReadCollection(bytes);
+    const Collection collection = CollectionOf(bytes);
     Pieces pieces(bytes);
     std::istream stream(&pieces);
     CollectionReader reader(stream);
@@ -157,7 +157,7 @@ void FuzzCollection(std::string_view bytes) {
         Require(level.Solution.find_first_not_of("lurdLURD") == std::string::npos, "no moves");
     }
     Require(!reader.Next(), "pieces of a collection have a level more");
-    const Collection again = ReadCollection(CollectionText(collection));
+    const Collection again = CollectionOf(CollectionText(collection));
     Require(again.Skipped.empty(), "a written level is skipped");
     Require(again.Levels.size() == collection.Levels.size(), "a written level got lost");
     Require(CollectionText(again) == CollectionText(collection), "written levels read otherwise");

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <stdexcept>
 
 #include "level/level_reader.h"
@@ -20,6 +21,11 @@ Board BoardOfFile(const std::string& path) {
     Board board;
     if (!ReadLevelFile(path, board, {}).Loaded()) throw std::runtime_error("no level: " + path);
     return board;
+}
+
+Collection CollectionOf(std::string_view text) {
+    std::istringstream stream{std::string(text)};
+    return ReadCollection(stream);
 }
 
 void SetExtent(Board& board) {

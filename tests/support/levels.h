@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "level/board.h"
+#include "level/collection.h"
 #include "solver/solver.h"
 
 namespace kavit::test {
@@ -25,6 +26,9 @@ constexpr const char* kEndless =
 // The board of a level that a test wrote down, or of a file; throws when it can't be read.
 Board BoardOf(std::string_view text);
 Board BoardOfFile(const std::string& path);
+
+// All of a collection that a test wrote down.
+Collection CollectionOf(std::string_view text);
 
 // Sets the wall extent and ManPos from the cells, as after reading a level.
 void SetExtent(Board& board);

@@ -20,17 +20,14 @@ bool IsPlainFile(const fs::path& file) {
 }
 
 void Add(Album& album, std::istream& stream, const fs::path& file) {
-    CollectionReader reader(stream);
-    while (auto level = reader.Next()) {
+    Collection read = ReadCollection(stream);
+    for (CollectionLevel& level : read.Levels) {
         AlbumEntry& entry = album.Entries.emplace_back();
-        entry.Level = std::move(*level);
+        entry.Level = std::move(level);
         entry.File = file;
-        for (auto& skipped : reader.TakeSkipped()) album.Head.Skipped.push_back(std::move(skipped));
     }
-    for (auto& skipped : reader.TakeSkipped()) album.Head.Skipped.push_back(std::move(skipped));
-    album.Head.Title = reader.Header().Title;
-    album.Head.Author = reader.Header().Author;
-    album.Head.Comment = reader.Header().Comment;
+    read.Levels.clear();
+    album.Head = std::move(read);
 }
 
 std::optional<Album> Read(std::istream& stream, const fs::path& file) {

@@ -35,8 +35,6 @@ class BoardView : public QWidget {
         return pictures_[static_cast<std::size_t>(cell)];
     }
     [[nodiscard]] QRect CellRect(int cell) const;
-    // -1 beside what is shown.
-    [[nodiscard]] int CellAt(const QPointF& point) const;
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
@@ -77,6 +75,8 @@ class BoardView : public QWidget {
     void UpdateCell(int cell);
     [[nodiscard]] Extent ShownExtent() const;
     [[nodiscard]] QRect PixelRect(int cell) const;
+    // -1 beside what is shown.
+    [[nodiscard]] int CellAt(const QPointF& point) const;
     [[nodiscard]] int NearestCell(const QPointF& point) const;
     void MoveCursor(int direction, bool drag);
     void EndKeyDrag();

@@ -23,8 +23,7 @@ void Keep(SearchState& state, std::size_t k, int moves, const std::vector<std::i
                         .SolSteps = chain};
 }
 
-}  // namespace
-
+// The positions after each push of a meeting path, as KeptSolution::SolSteps holds them.
 std::vector<std::int32_t> MeetingChain(const PositionStore& store, const MeetingOffer& meeting) {
     const bool forward = meeting.Tag == kForwTag;
     const std::int32_t forwEnd = forward ? meeting.Parent : meeting.Pos;
@@ -39,6 +38,8 @@ std::vector<std::int32_t> MeetingChain(const PositionStore& store, const Meeting
     chain.push_back(-1);
     return chain;
 }
+
+}  // namespace
 
 bool KeepIfBetter(SearchState& state, int moves, const std::vector<std::int32_t>& solSteps) {
     const int pushes = static_cast<int>(solSteps.size()) - 2;

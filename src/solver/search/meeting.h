@@ -39,10 +39,6 @@ void EvalMeeting(SearchState& state, const MeetingOffer& meeting, ManWalks& walk
 // did.
 bool KeepIfBetter(SearchState& state, int moves, const std::vector<std::int32_t>& solSteps);
 
-// The positions after each push of a meeting path, as KeptSolution::SolSteps holds them.
-[[nodiscard]] std::vector<std::int32_t> MeetingChain(const PositionStore& store,
-                                                     const MeetingOffer& meeting);
-
 // Marks a, b and everything on their ways to the start positions.
 void MarkPath(PositionStore& store, std::int32_t a, std::int32_t b);
 
