@@ -48,7 +48,7 @@ class FakeView final : public kavit::View, private kavit::SolveObserver {
         Request = request;
         kavit::SolveReport report = session.Run(request, *this);
         if (OnReport) OnReport(report);
-        Run([&](kavit::Model& m) { m.Solve.SearchEnded(std::move(report)); });
+        Run([&](kavit::Model& m) { m.Solve.SearchEnded(report); });
     }
     void StartAside(kavit::SolveSession& session, const kavit::SolveRequest& request) override {
         kavit::SolveObserver nobody;

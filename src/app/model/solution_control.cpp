@@ -43,7 +43,7 @@ std::filesystem::path SolutionControl::AskFile(const std::filesystem::path& fold
     const std::filesystem::path& start = saveFolder_.empty() ? folder : saveFolder_;
     const auto answer = desk_.Window().AskSaveFile(FileKind::Solution, start.string(), name);
     if (!answer || answer->empty()) return {};
-    const std::filesystem::path file = *answer;
+    std::filesystem::path file = *answer;
     saveFolder_ = file.parent_path();
     return file;
 }

@@ -93,7 +93,7 @@ void SolveControl::SideChanged(char side) {
     if (!choices_.HideExpert()) desk_.Screen.Side = std::string(1, side);
 }
 
-void SolveControl::SearchEnded(SolveReport report) {
+void SolveControl::SearchEnded(const SolveReport& report) {
     const Then then = std::exchange(then_, nullptr);
     ShowElapsed();
     desk_.SetTitle(levels_.Level().Name());

@@ -50,7 +50,7 @@ class SolveControl {
     void SearchSaid(const MessageLines& lines);
     void SearchCame(const SolveProgress& progress);
     void SideChanged(char side);
-    void SearchEnded(SolveReport report);
+    void SearchEnded(const SolveReport& report);
 
   private:
     void ShowElapsed();

@@ -234,7 +234,7 @@ void MainWindow::Connect() {
             });
     connect(search_.get(), &SearchThread::Ended, this,
             [this](const std::shared_ptr<SolveReport>& report) {
-                Run([&](Model& m) { m.Solve.SearchEnded(std::move(*report)); });
+                Run([&](Model& m) { m.Solve.SearchEnded(*report); });
             });
 }
 
