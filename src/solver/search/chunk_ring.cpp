@@ -32,12 +32,12 @@ void ChunkRing::Begin(const ExpandJob& job) {
         job_ = job;
         chunks_ = static_cast<std::int32_t>((job.Count() + parents - 1) / parents);
         for (Slot& slot : slots_) {
-            slot.Made.store(-1, std::memory_order_relaxed);
+            slot.Made.Set(-1);
             slot.Fault = nullptr;
         }
         next_ = 0;
         taken_ = false;
-        storedCnt_ = 0;
+        storedCnt_.Set(0);
         claimed_ = 0;
         open_ = true;
         ++jobNumber_;
@@ -48,8 +48,7 @@ void ChunkRing::Begin(const ExpandJob& job) {
 void ChunkRing::End() noexcept {
     if (!open_) return;
     claimed_ = kNoMore;  // first: who waits for room asks for it again
-    storedCnt_ = -1;
-    storedCnt_.notify_all();
+    storedCnt_.Set(-1);
     std::unique_lock lock(mutex_);
     open_ = false;
     allIdle_.wait(lock, [this] { return working_ == 0; });
@@ -59,16 +58,15 @@ OfferChunk* ChunkRing::Next() {
     if (taken_) {
         taken_ = false;
         ++next_;
-        storedCnt_.store(next_, std::memory_order_release);
-        storedCnt_.notify_all();
+        storedCnt_.Set(next_);
     }
     if (next_ >= chunks_) return nullptr;
     Slot& slot = SlotOf(next_);
     std::int32_t storedCnt = 0;
     for (;;) {
-        const std::int32_t made = slot.Made.load(std::memory_order_acquire);
+        const std::int32_t made = slot.Made.Get();
         if (made == next_) break;
-        if (!MakeNext(*generator_, storedCnt)) slot.Made.wait(made, std::memory_order_acquire);
+        if (!MakeNext(*generator_, storedCnt)) slot.Made.SleepWhile(made);
     }
     taken_ = true;
     if (slot.Fault) std::rethrow_exception(slot.Fault);
@@ -77,21 +75,20 @@ OfferChunk* ChunkRing::Next() {
 
 bool ChunkRing::MakeNext(MoveGenerator& generator, std::int32_t& storedCnt) {
     // In this order: End changes the claims before it says so by StoredCnt.
-    storedCnt = storedCnt_.load(std::memory_order_acquire);
+    storedCnt = storedCnt_.Get();
     std::int32_t number = claimed_.load(std::memory_order_relaxed);
     do {
         if (number >= chunks_ || number - storedCnt >= static_cast<std::int32_t>(slots_.size()))
             return false;
     } while (!claimed_.compare_exchange_weak(number, number + 1, std::memory_order_relaxed));
     Slot& slot = SlotOf(number);
-    assert(slot.Made.load(std::memory_order_relaxed) < number);
+    assert(slot.Made.Get() < number);
     try {
         Make(generator, number, slot.Chunk);
     } catch (...) {
         slot.Fault = std::current_exception();
     }
-    slot.Made.store(number, std::memory_order_release);
-    slot.Made.notify_one();
+    slot.Made.Set(number);
     return true;
 }
 
@@ -100,6 +97,7 @@ void ChunkRing::Make(MoveGenerator& generator, std::int32_t number, OfferChunk& 
     const std::int64_t parents = OfferChunk::ParentsFor(boxes_);
     const std::int64_t first = number * parents;
     const std::int64_t end = std::min(first + parents, job_.Count());
+    if (job_.List == nullptr) store_.PrefetchRows(job_.PosAt(first), job_.PosAt(end - 1));
     for (std::int64_t i = first; i < end; ++i) {
         const std::int32_t pos = job_.PosAt(i);
         // Position 0 is a run that was stopped before its start was stored: only the stop is due.
@@ -159,7 +157,7 @@ void ChunkRing::Work(MoveGenerator& generator) {
         while (claimed_.load(std::memory_order_relaxed) < chunks_)
             if (!MakeNext(generator, storedCnt) &&
                 claimed_.load(std::memory_order_relaxed) < chunks_ && storedCnt >= 0)
-                storedCnt_.wait(storedCnt, std::memory_order_acquire);
+                storedCnt_.SleepWhile(storedCnt);
         lock.lock();
         if (--working_ == 0) allIdle_.notify_all();
     }

@@ -12,10 +12,11 @@
 
 #include "solver/search/move_generator.h"
 #include "solver/search/offer_chunk.h"
+#include "solver/search/watched_count.h"
 
 // Chunks of offers, made by any thread and taken by one in their order.
 //
-// The positions of a job are cut into chunks of up to 64. Whoever is free claims the next chunk by
+// The positions of a job are cut into chunks of up to 128. Whoever is free claims the next chunk by
 // an atomic counter, generates and hashes its offers, and puts them into the chunk's slot of a
 // ring. The storing thread takes the chunks in order; where the next one is not there it makes one
 // itself. With one thread it makes them all, by the same path, and the ring has one slot.
@@ -82,7 +83,7 @@ class ChunkRing {
         explicit Slot(int boxes) : Chunk(boxes) {}
         OfferChunk Chunk;
         std::exception_ptr Fault;
-        std::atomic<std::int32_t> Made{-1};  // the number of the chunk that lies here
+        WatchedCount Made{-1};  // the number of the chunk that lies here
     };
 
     static constexpr std::int32_t kSlots = 32;
@@ -114,7 +115,7 @@ class ChunkRing {
     bool taken_ = false;     // chunk next_ is with the caller
 
     alignas(64) std::atomic<std::int32_t> claimed_{0};
-    alignas(64) std::atomic<std::int32_t> storedCnt_{0};
+    alignas(64) WatchedCount storedCnt_{0};
 
     std::mutex mutex_;  // of what follows, and of the job
     std::condition_variable jobBegins_;

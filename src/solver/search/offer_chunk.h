@@ -25,8 +25,8 @@ struct ParentRun {
 
 class OfferChunk {
   public:
-    static constexpr int kMostParents = 64;
-    static constexpr int kMostOffers = 2048;  // about; a single position may have more
+    static constexpr int kMostParents = 128;
+    static constexpr int kMostOffers = 4096;  // about; a single position may have more
 
     // A position has at most 4 successors for each box.
     [[nodiscard]] static int ParentsFor(int boxes) {
@@ -34,7 +34,7 @@ class OfferChunk {
     }
 
     explicit OfferChunk(int boxes)
-        : keyStride_((static_cast<std::size_t>(boxes) + 1 + 15) / 8 * 8),
+        : keyStride_((static_cast<std::size_t>(boxes) + 1 + 7) / 8 * 8),
           offers_(static_cast<std::size_t>(ParentsFor(boxes) * 4 * std::max(boxes, 1))),
           keys_(offers_.size() * keyStride_ + 16) {
         parents_.reserve(static_cast<std::size_t>(ParentsFor(boxes)));
@@ -46,7 +46,7 @@ class OfferChunk {
         assert(i >= 0 && i < count_);
         return offers_[static_cast<std::size_t>(i)];
     }
-    // KeyLength bytes, with 8 readable bytes behind them.
+    // KeyLength bytes, with 8 readable bytes behind them: those of the next key.
     [[nodiscard]] std::uint8_t* KeyOf(int i) {
         assert(i >= 0 && i < count_);
         return keys_.data() + static_cast<std::size_t>(i) * keyStride_;

@@ -147,6 +147,13 @@ class PositionStore {
         __builtin_prefetch(row + rowLength_ - 1);
     }
 
+    // A run of rows that another core may have written.
+    void PrefetchRows(std::int32_t first, std::int32_t last) const {
+        constexpr std::size_t line = 64;
+        for (const std::byte* row = Row(first); row < Row(last) + rowLength_; row += line)
+            __builtin_prefetch(row);
+    }
+
     [[nodiscard]] const SlotTable& Slots() const { return slots_; }
     [[nodiscard]] const MixedTable& Mixed() const { return mixed_; }
     // Calls f with the hash table in use; once for many offers, so that what is done for each is
