@@ -1,6 +1,7 @@
 #include "solver/solver.h"
 
 #include <algorithm>
+#include <cassert>
 #include <chrono>
 #include <initializer_list>
 #include <new>
@@ -133,6 +134,7 @@ Result Solver::AnalyseBoard(const Board& board, const SolverOptions& options) {
     state_->Counters.HashSize = state_->Store.HashSize(hashCase);
     state_->Counters.BytesPerPosition = state_->Store.BytesPerPosition(hashCase);
     if (result != Result::Ok) return result;
+    assert(state_->Arrays.NumBoxes <= state_->Store.Blocks());
     state_->Store.Clear(state_->Arrays.NumBoxes, hashCase);
     state_->Expander = std::make_unique<kavit::Expander>(*state_);
     state_->Stage = SolverState::Analysed;
@@ -147,6 +149,7 @@ Result Solver::Search(SolverHooks& hooks) {
     const ThreadsGuard guard(*state_->Expander);
     const Result result = kavit::Search(*state_, *state_->Expander);
     if constexpr (kRecount) RecountStore(*state_);
+    assert(result != Result::Ok || (state_->Kept[0] && state_->Kept[1]));
     if (result == Result::Ok)
         state_->Stage = SolverState::Solved;
     else if (state_->Kept[0])
@@ -176,6 +179,7 @@ Result Solver::OptimizeMoves(SolverHooks& hooks) {
 
 // Writes the string and plays it by the rules of the board.
 void Solver::State::Finish(KeptSolution& kept, const BuiltSolution& built) const {
+    assert(built.SolBuildPushes > 0);
     kept.SolString = built.SolBuild;
     const ReplayOutcome replay = Replay(Start, kept.SolString);
     if (!replay.Solved || replay.Moves != kept.SolMoves || replay.Pushes != kept.SolPushes)
@@ -214,6 +218,7 @@ Result Solver::FewestMoves(SolverHooks& hooks) {
     } catch (const std::bad_alloc&) {
         return Result::OutOfMemory;
     }
+    assert(counters.MovesLowerBound <= answer.Moves && answer.Moves <= best->SolMoves);
     counters.FewestMovesProved = answer.Moves == counters.MovesLowerBound;
     if (answer.Pushes.empty()) return answer.Code;
     KeptSolution found = *best;

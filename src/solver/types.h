@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstdint>
 #include <optional>
 #include <stdexcept>
@@ -146,12 +147,14 @@ struct LayerTables {
 
     // The run of a layer, made when it is not there yet.
     static LayerRun& Run(Table& table, std::int64_t layer, int slot) {
+        assert(layer >= 1 && (slot == 1 || slot == 2));
         const auto index = static_cast<std::size_t>(layer);
         if (table.size() <= index) table.resize(index + 1);
         return table[index][static_cast<std::size_t>(slot - 1)];
     }
     // The run of a layer, empty when the layer is not there.
     static LayerRun Get(const Table& table, std::int64_t layer, int slot) {
+        assert(layer >= 1 && (slot == 1 || slot == 2));
         const auto index = static_cast<std::size_t>(layer);
         return index < table.size() ? table[index][static_cast<std::size_t>(slot - 1)] : LayerRun{};
     }

@@ -1,6 +1,7 @@
 #include "solver/board/board_arrays.h"
 
 #include <algorithm>
+#include <cassert>
 #include <vector>
 
 #include "solver/board/freeze.h"
@@ -12,6 +13,7 @@ namespace {
 using Cells = BoardArrays::Cells;
 
 std::uint8_t& Cell(Cells& cells, int cell) {
+    assert(cell >= 0 && cell < kCells);
     return cells[static_cast<std::size_t>(cell)];
 }
 
@@ -76,6 +78,7 @@ void FillDeadEnds(BoardArrays& a) {
 
 // Marks the region of the man. A region that touches the edge of the grid is open.
 void FillReach(BoardArrays& a) {
+    assert(Cell(a.EmptyBoard, a.ManStart) == 0);
     a.FirstIn = kCells - 1;
     a.LastIn = 0;
     a.Enclosed = true;
@@ -84,6 +87,7 @@ void FillReach(BoardArrays& a) {
     while (!open.empty()) {
         const int c = open.back();
         open.pop_back();
+        assert(a.Inside(c));
         const int row = c / Maxcol;
         const int col = c % Maxcol;
         if (row == 0 || row == Maxrow - 1 || col == 0 || col == Maxcol - 1) {
@@ -104,6 +108,7 @@ void FillReach(BoardArrays& a) {
 // Inside cells past 255 do not fit a key byte: number the inside cells instead. False: there are
 // more than a byte can number.
 bool NumberInside(BoardArrays& a) {
+    assert(a.Enclosed && Maxcol < a.FirstIn && a.FirstIn <= a.LastIn);
     a.SqCompact = a.LastIn > 255;
     if (!a.SqCompact) return true;
     int k = 0;
@@ -118,6 +123,7 @@ bool NumberInside(BoardArrays& a) {
 
 // A square stays dead when no pulls on the empty board bring a box there from a goal.
 void MarkLive(BoardArrays& a, int c) {
+    assert(a.Inside(c) && Cell(a.DeadSq, c) == 1);
     Cell(a.DeadSq, c) = 0;
     for (const int step : Dir) {
         const int n = c + step;
@@ -155,6 +161,7 @@ Result FrozenCheck(BoardArrays& a) {
 }  // namespace
 
 Result AnalyseBoard(const Board& board, int blocks, BoardArrays& arrays) {
+    assert(blocks >= 1);
     arrays = BoardArrays{};
     const Counts counts = SplitBoard(board, arrays);
     if (counts.Boxes == 0 || counts.Boxes != arrays.NumBoxes || counts.Men != 1)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstdint>
 
 #include "level/board.h"
@@ -39,6 +40,7 @@ struct BoardArrays {
     // The byte that stands for a cell in a key. A box outside the man's region never moves; where
     // its cell has no byte of its own it is written as 0, which names no inside cell.
     [[nodiscard]] std::uint8_t KeyByte(int cell) const {
+        assert(cell >= 0 && cell < kCells);
         if (SqCompact) return At(CellToIdx, cell);
         return cell <= 255 ? static_cast<std::uint8_t>(cell) : std::uint8_t{0};
     }

@@ -55,6 +55,7 @@ class FreezeBoard {
     [[nodiscard, gnu::always_inline]] inline bool FrozenAfter(int from, int to) {
         assert(content_[At(from)] == Content::Box && content_[At(to)] == Content::Free);
         content_[At(from)] = Content::Free;
+        assert(to - from == 1 || from - to == 1 || to - from == width_ || from - to == width_);
         const Content above = content_[At(to - width_)];
         const Content below = content_[At(to + width_)];
         bool frozen = false;
@@ -78,6 +79,7 @@ class FreezeBoard {
     }
 
     bool Blocked(int bit, int step, bool& notOnGoal) {
+        assert((step == -1 || step == width_) && content_[At(bit)] == Content::Box);
         notOnGoal = notOnGoal || goal_[At(bit)] == 0;
         const Content before = content_[At(bit - step)];
         const Content after = content_[At(bit + step)];

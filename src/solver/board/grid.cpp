@@ -1,6 +1,7 @@
 #include "solver/board/grid.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "solver/board/key_mix.h"
 
@@ -9,6 +10,7 @@ namespace kavit {
 namespace {
 
 Grid::Shape SmallestShape(int rows, int cols) {
+    assert(rows >= 1 && rows <= 15 && cols >= 1 && cols <= 17);
     if (cols <= 7) return Grid::Shape::kRows16x8;
     if (cols <= 15) return rows <= 8 ? Grid::Shape::kRows8x16 : Grid::Shape::kRows16x16;
     return Grid::Shape::kRows16x32;
@@ -30,6 +32,7 @@ int LaneBitsOf(Grid::Shape shape) {
 }  // namespace
 
 Grid::Grid(const BoardArrays& arrays) {
+    assert(arrays.Enclosed);
     CellToBit.fill(-1);
     KeyToBit.fill(-1);
     int minCol = Maxcol;
@@ -51,10 +54,13 @@ Grid::Grid(const BoardArrays& arrays) {
             continue;
         }
         const int bit = (c / Maxcol - minRow) * LaneBits + c % Maxcol - minCol;
+        assert(bit < kMaxBits && bit % LaneBits < LaneBits - 1);  // a lane's highest stays free
+        assert(InsideBits.empty() || bit > InsideBits.back());
         const auto at = static_cast<std::size_t>(bit);
         CellToBit[static_cast<std::size_t>(c)] = static_cast<std::int16_t>(bit);
         BitToCell[at] = static_cast<std::int16_t>(c);
         BitToKey[at] = arrays.KeyByte(c);
+        assert(BitToKey[at] != 0 && KeyToBit[BitToKey[at]] == -1);  // a byte names one cell
         KeyToBit[BitToKey[at]] = static_cast<std::int16_t>(bit);
         BoxMix[at] = kKeyWords.Box[BitToKey[at]];
         ManMix[at] = kKeyWords.Man[BitToKey[at]];

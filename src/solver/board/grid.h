@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstdint>
 #include <vector>
 
@@ -34,7 +35,10 @@ struct Grid {
     std::vector<int> LiveBits;  // inside and not dead
     // Boxes that stand outside the man's region, in increasing order; they never move.
     std::vector<std::int16_t> StaticCells;
-    std::uint8_t ManByte(int bit) const { return BitToKey[static_cast<std::size_t>(bit)]; }
+    std::uint8_t ManByte(int bit) const {
+        assert(bit >= 0 && bit < kMaxBits && BitToKey[static_cast<std::size_t>(bit)] != 0);
+        return BitToKey[static_cast<std::size_t>(bit)];
+    }
 
     explicit Grid(const BoardArrays& arrays);
 };

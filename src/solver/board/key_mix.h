@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 
@@ -35,6 +36,7 @@ inline constexpr KeyWords kKeyWords = MakeKeyWords();
 
 // The mix of a whole key: the squares of the boxes, the man's last.
 [[nodiscard]] inline std::uint64_t MixOf(const std::uint8_t* key, int keyLength) {
+    assert(keyLength >= 2);
     std::uint64_t mix = kKeyWords.Man[key[keyLength - 1]];
     for (int i = 0; i + 1 < keyLength; ++i) mix ^= kKeyWords.Box[key[i]];
     return mix;

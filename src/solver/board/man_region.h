@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstdint>
 
 #include "solver/board/grid.h"
@@ -43,7 +44,10 @@ class ManRegion {
     // The set of one inside cell, ready made: a register load where a set put together bit by bit
     // would have to wait for its own store. Empty for other cells, those one
     // step off the board included.
-    [[nodiscard]] const Set& Single(int bit) const { return single_[Index(bit + kPad)]; }
+    [[nodiscard]] const Set& Single(int bit) const {
+        assert(bit >= -kPad && bit < Set::kBits + kPad);
+        return single_[Index(bit + kPad)];
+    }
 
     [[nodiscard]] const Set& Inside() const { return inside_; }
     [[gnu::always_inline]] static inline Set Shift(const Set& set, int direction) {
@@ -59,6 +63,7 @@ class ManRegion {
         }
     }
     static Reach MakeReach(const Set& free, const Set& cells) {
+        assert(cells.Any() && !(cells - free).Any());
         const int first = cells.Lowest();
         const Set other = free - cells;
         return {free,  typename Set::Rows(free), cells,         other,
@@ -68,6 +73,7 @@ class ManRegion {
     // is not -1, is known to be the smallest that can come: the fill ends when it is reached.
     [[nodiscard]] int FillLowest(const Set& seed, const Set& free, int hoped) const {
         const Set goal = hoped >= 0 ? Single(hoped) : Set{};
+        assert(seed.Any() && !(seed - free).Any());
         Set front = seed;
         Set open = free - seed;
         for (;;) {
@@ -83,6 +89,7 @@ class ManRegion {
     [[nodiscard]] int AfterPush(const Reach& reach, int from, int direction) const {
         const int to = from + step_[Index(direction)];
         const int side = step_[Index(direction ^ 1)];
+        assert(!reach.Free.Has(from) && reach.Free.Has(to));
         const bool joins = (reach.Other & (Single(from + side) | Single(from - side))).Any();
         bool divides = false;
         if (reach.Cells.Has(to)) {
@@ -104,6 +111,7 @@ class ManRegion {
         const int to = from + step;
         const int man = to + step;
         const int side = step_[Index(direction ^ 1)];
+        assert(!reach.Free.Has(from) && reach.Cells.Has(to) && reach.Cells.Has(man));
         // The freed cell touches the region, the blocked cell left aside; and something else.
         const Set beside = Single(from - step) | Single(from + side) | Single(from - side);
         const bool touches = (reach.Cells & beside).Any();
@@ -123,7 +131,10 @@ class ManRegion {
     }
 
   private:
-    static std::size_t Index(int direction) { return static_cast<std::size_t>(direction); }
+    static std::size_t Index(int i) {
+        assert(i >= 0);
+        return static_cast<std::size_t>(i);
+    }
     // The smallest cell of the region without `lost` and with `won`.
     static int Smaller(const Reach& reach, int lost, int won) {
         const int first = reach.First == lost ? reach.Second : reach.First;

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -26,6 +27,7 @@ class RowBits {
     static constexpr int kBits = 128 * Regs;
 
     static RowBits Of(int bit) {
+        assert(bit >= 0 && bit < kBits);
         Words words{};
         words[Word(bit)] = std::uint64_t{1} << (static_cast<unsigned>(bit) & 63U);
         RowBits set;
@@ -34,6 +36,7 @@ class RowBits {
     }
     // A bit of the board, 0..kBits - 1.
     [[nodiscard]] unsigned Bit(int bit) const {
+        assert(bit >= 0 && bit < kBits);
         std::uint8_t byte = 0;
         std::memcpy(&byte, reinterpret_cast<const char*>(reg_.data()) + (bit >> 3), 1);
         return static_cast<unsigned>(byte) >> (static_cast<unsigned>(bit) & 7U) & 1U;
@@ -48,6 +51,7 @@ class RowBits {
     [[nodiscard]] int Lowest() const { return LowestAbove(-1); }
     // The lowest bit above `bit`, -1 where there is none.
     [[nodiscard]] int LowestAbove(int bit) const {
+        assert(bit >= -1 && bit < kBits);
         const Words words = ToWords();
         const int from = bit + 1;
         for (std::size_t i = Word(from); i < words.size(); ++i) {
@@ -114,6 +118,7 @@ class RowBits {
         }
         // The cells around a cell: its 3x3 neighbourhood row by row without its centre, 8 bits.
         [[nodiscard]] unsigned Ring(int bit) const {
+            assert(bit >= 0 && bit < kBits);
             const auto row = static_cast<std::size_t>(bit / kLaneBits);
             const int column = bit % kLaneBits;
             const auto around = [&](std::size_t r) {

@@ -1,5 +1,6 @@
 #include "solver/moves/assignment.h"
 
+#include <cassert>
 #include <limits>
 
 namespace kavit {
@@ -43,7 +44,9 @@ void Assignment::Augment(std::size_t row) {
             if (least < 0 || length[c] < length[static_cast<std::size_t>(least)])
                 least = static_cast<int>(c);
         }
+        assert(least >= 0);  // fewer rows than columns have one
         column = least;
+        assert(length[static_cast<std::size_t>(column)] >= reached);
         reached = length[static_cast<std::size_t>(column)];
         done[static_cast<std::size_t>(column)] = true;
         if (rowOf_[static_cast<std::size_t>(column)] < 0) break;
@@ -59,6 +62,7 @@ void Assignment::Augment(std::size_t row) {
         columnOf_[static_cast<std::size_t>(owner)] = column;
         column = before;
     }
+    assert(columnOf_[row] >= 0);
 }
 
 }  // namespace kavit

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cassert>
 #include <cstddef>
 #include <vector>
 
@@ -18,6 +19,8 @@ class Assignment {
 
   private:
     [[nodiscard]] std::size_t Index(int row, int column) const {
+        assert(row >= 0 && static_cast<std::size_t>(row) < size_);
+        assert(column >= 0 && static_cast<std::size_t>(column) < size_);
         return static_cast<std::size_t>(row) * size_ + static_cast<std::size_t>(column);
     }
     void Augment(std::size_t row);

@@ -1,6 +1,7 @@
 #include "solver/moves/build_solution.h"
 
 #include <array>
+#include <cassert>
 
 namespace kavit {
 
@@ -23,6 +24,7 @@ Cells BoardOf(const BoardArrays& arrays, const PositionStore& store, std::int32_
 
 // Distances from the target over free cells; the target holds 1.
 std::array<int, kCells> ManDistances(const Cells& board, int target) {
+    assert(BoardArrays::At(board, target) == 0);
     std::array<int, kCells> distance;
     distance.fill(kUnreached);
     std::vector<int> queue = {target};
@@ -78,6 +80,7 @@ BuiltSolution BuildSolution(const BoardArrays& arrays, const std::vector<BoxPush
             board[static_cast<std::size_t>(c)] = 2;
     int man = arrays.ManStart;
     for (const BoxPush& push : pushes) {
+        assert(push.Direction >= 0 && push.Direction < 4 && arrays.Inside(push.From));
         const int step = Dir[static_cast<std::size_t>(push.Direction)];
         const int stand = push.From - step;
         if (BoardArrays::At(board, push.From) != 2 || BoardArrays::At(board, stand) != 0 ||
@@ -88,20 +91,26 @@ BuiltSolution BuildSolution(const BoardArrays& arrays, const std::vector<BoxPush
         if (distance[static_cast<std::size_t>(man)] == kUnreached) BrokenChain();
         for (int d = distance[static_cast<std::size_t>(man)] - 1; d >= 0; --d) {
             std::size_t direction = 0;
-            while (distance[static_cast<std::size_t>(man + Dir[direction])] != d) ++direction;
+            while (distance[static_cast<std::size_t>(man + Dir[direction])] != d) {
+                ++direction;
+                assert(direction < 4);
+            }
             man += Dir[direction];
             built.SolBuild += (d > 0 ? kWalkLetters : kPushLetters)[direction];
             built.SolBuildMoves += 1;
         }
+        assert(man == push.From);
         built.SolBuildPushes += 1;
         board[static_cast<std::size_t>(push.From)] = 0;
         board[static_cast<std::size_t>(push.From + step)] = 2;
     }
+    assert(built.SolBuild.size() == static_cast<std::size_t>(built.SolBuildMoves));
     return built;
 }
 
 BuiltSolution BuildSolution(const BoardArrays& arrays, const PositionStore& store,
                             const std::vector<std::int32_t>& solSteps) {
+    assert(solSteps.size() >= 2 && solSteps.back() == -1);
     std::vector<BoxPush> pushes;
     Cells before = BoardOf(arrays, store, 1);
     for (std::size_t k = 1; k < solSteps.size() && solSteps[k] >= 0; ++k) {

@@ -1,6 +1,7 @@
 #include "solver/moves/fewest_moves_bound.h"
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 
 #include "solver/moves/assignment.h"
@@ -16,6 +17,7 @@ constexpr int kFar = 1 << 24;  // no path
 using Numbers = std::vector<int>;
 
 std::size_t At(int i) {
+    assert(i >= 0);
     return static_cast<std::size_t>(i);
 }
 
@@ -29,6 +31,7 @@ class BoundMaker {
             goal_[At(bit)] = arrays.GoalSq[cell] != 0;
             if (arrays.BoxStart[cell] != 0) starts_.push_back(bit);
         }
+        assert(starts_.size() == grid.GoalBits.size());
         man_ = grid.CellToBit[At(arrays.ManStart)];
         for (const int bit : grid.InsideBits) {
             for (const int step : grid.Step) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstdint>
 #include <cstring>
 #include <vector>
@@ -27,8 +28,12 @@ class MovesOffers {
         keys_.clear();
     }
     [[nodiscard]] std::size_t Count() const { return offers_.size(); }
-    [[nodiscard]] const Offer& operator[](std::size_t i) const { return offers_[i]; }
+    [[nodiscard]] const Offer& operator[](std::size_t i) const {
+        assert(i < offers_.size());
+        return offers_[i];
+    }
     [[nodiscard]] const std::uint8_t* Key(std::size_t i) const {
+        assert((i + 1) * stride_ <= keys_.size());
         return keys_.data() + i * stride_;
     }
     // Adds an offer and returns the place of its key.
@@ -102,9 +107,13 @@ class MovesMaker {
     }
 
   private:
-    static std::size_t At(int i) { return static_cast<std::size_t>(i); }
+    static std::size_t At(int i) {
+        assert(i >= 0);
+        return static_cast<std::size_t>(i);
+    }
 
     void Unpack(const std::uint8_t* key, int boxes) {
+        assert(boxes >= 1 && boxes < 256);
         key_ = key;
         boxCount_ = boxes;
         boxSet_ = Set{};
@@ -155,6 +164,7 @@ class MovesMaker {
         moved_[At(at++)] = come;
         for (; next < boxCount_; ++next)
             if (key_[next] != gone) moved_[At(at++)] = key_[next];
+        assert(at == boxCount_);  // one went, one came
     }
     void AddOffer(int man, int moves, MovesOffers& offers) const {
         std::uint8_t* key = offers.Add(

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <bit>
+#include <cassert>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -22,12 +23,14 @@ class SharedBlock {
     SharedBlock(std::byte* base, std::size_t bytes) : base_(base), free_(bytes / 64 * 64) {}
     // Takes bytes that follow those taken before; false when there is no room.
     [[nodiscard]] bool TakeBelow(std::size_t bytes) {
+        assert(above_ <= free_);
         if (bytes > free_ - above_) return false;
         above_ += bytes;
         return true;
     }
     // The next bytes down from the top; nullptr when there is no room.
     [[nodiscard]] std::byte* TakeAbove(std::size_t bytes) {
+        assert(above_ <= free_);
         if (bytes > free_ - above_) return nullptr;
         free_ -= bytes;
         return base_ + free_;
@@ -69,6 +72,7 @@ class MovesTable {
         return (Field(pos, side) & kExpanded) != 0;
     }
     void SetMoves(std::int32_t pos, int side, int moves) {
+        assert(moves >= 0 && moves <= kUnknown);
         SetField(pos, side, static_cast<std::uint16_t>(moves));
     }
     void SetExpanded(std::int32_t pos, int side) {
@@ -102,6 +106,7 @@ class MovesTable {
     [[nodiscard]] std::int32_t Add(const std::uint8_t* key, std::uint64_t mix) {
         if (count_ == numPos_ || !block_->TakeBelow(rowBytes_)) return 0;
         const std::int32_t pos = ++count_;
+        assert(static_cast<std::uint32_t>(pos) <= indexMask_);
         std::size_t h = Home(mix);
         while (slots_[h] != 0) h = Next(h);
         slots_[h] = static_cast<std::uint32_t>(pos) | (Print(mix) & ~indexMask_);
@@ -117,9 +122,11 @@ class MovesTable {
     // What a slot keeps of a mix, above its index.
     static std::uint32_t Print(std::uint64_t mix) { return static_cast<std::uint32_t>(mix); }
     [[nodiscard]] std::byte* Row(std::int32_t pos) const {
+        assert(pos >= 1 && pos <= count_);
         return block_->Base() + (static_cast<std::size_t>(pos) - 1) * rowBytes_;
     }
     [[nodiscard]] int Field(std::int32_t pos, int side) const {
+        assert(side == 0 || side == 1);
         std::uint16_t field = 0;
         std::memcpy(&field, Row(pos) + static_cast<std::size_t>(side) * sizeof field, sizeof field);
         return field;
@@ -180,10 +187,12 @@ class BucketQueue {
         : chunks_(&chunks), heads_(static_cast<std::size_t>(buckets), nullptr) {}
 
     [[nodiscard]] bool Empty(int bucket) const {
+        assert(bucket >= 0 && static_cast<std::size_t>(bucket) < heads_.size());
         return heads_[static_cast<std::size_t>(bucket)] == nullptr;
     }
     // False when the memory is full.
     [[nodiscard]] bool Add(int bucket, std::int32_t pos) {
+        assert(bucket >= 0 && static_cast<std::size_t>(bucket) < heads_.size());
         Chunks::Chunk*& head = heads_[static_cast<std::size_t>(bucket)];
         if (head == nullptr || head->Count == std::size(head->Waiting)) {
             Chunks::Chunk* chunk = chunks_->Take();
@@ -196,6 +205,7 @@ class BucketQueue {
     }
     // The one that came last; the bucket must not be empty.
     [[nodiscard]] std::int32_t Take(int bucket) {
+        assert(!Empty(bucket) && heads_[static_cast<std::size_t>(bucket)]->Count > 0);
         Chunks::Chunk*& head = heads_[static_cast<std::size_t>(bucket)];
         const std::int32_t pos = head->Waiting[--head->Count];
         if (head->Count == 0) {

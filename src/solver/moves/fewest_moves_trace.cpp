@@ -1,6 +1,7 @@
 #include "solver/moves/fewest_moves_trace.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "solver/types.h"
 
@@ -9,6 +10,7 @@ namespace kavit {
 namespace {
 
 std::size_t At(int i) {
+    assert(i >= 0);
     return static_cast<std::size_t>(i);
 }
 
@@ -122,6 +124,7 @@ class Tracer {
 
 std::uint64_t MovesPosition::Write(const Grid& grid, std::vector<std::uint8_t>& key) const {
     key.clear();
+    assert(std::is_sorted(Boxes.begin(), Boxes.end()));
     std::uint64_t mix = grid.ManMix[At(Man)];
     for (const int bit : Boxes) {
         key.push_back(grid.BitToKey[At(bit)]);

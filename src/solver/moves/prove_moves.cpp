@@ -1,6 +1,7 @@
 #include "solver/moves/prove_moves.h"
 
 #include <algorithm>
+#include <cassert>
 #include <limits>
 #include <new>
 #include <span>
@@ -29,6 +30,7 @@ class Grouping {
         begin_.assign(groups + 1, 0);
         for (const Link& link : links) begin_[static_cast<std::size_t>(endOf(link)) + 1] += 1;
         for (std::size_t i = 1; i < begin_.size(); ++i) begin_[i] += begin_[i - 1];
+        assert(static_cast<std::size_t>(begin_.back()) == links.size());
         order_.resize(links.size());
         std::vector<std::int32_t>& at = fill_;
         at.assign(begin_.begin(), begin_.end());
@@ -37,6 +39,7 @@ class Grouping {
                 static_cast<std::int32_t>(i);
     }
     [[nodiscard]] std::span<const std::int32_t> Of(std::size_t group) const {
+        assert(group + 1 < begin_.size());
         const auto first = static_cast<std::size_t>(begin_[group]);
         return {order_.data() + first, static_cast<std::size_t>(begin_[group + 1]) - first};
     }
@@ -62,6 +65,7 @@ class Numbering {
                 Slot(link.Far).Pos = link.Far;
                 nodes.push_back(link.Far);
             }
+        assert(nodes.size() <= slots_.size() / 2);  // a free slot ends every path
         std::sort(nodes.begin(), nodes.end());
         for (std::size_t i = 0; i < nodes.size(); ++i)
             Slot(nodes[i]).Number = static_cast<std::int32_t>(i);
@@ -74,6 +78,7 @@ class Numbering {
         std::int32_t Number;
     };
     Entry& Slot(std::int32_t pos) {
+        assert(pos >= 1 && (slots_.size() & mask_) == 0);
         auto i = static_cast<std::size_t>(static_cast<std::uint32_t>(pos) * 2654435761U) & mask_;
         while (slots_[i].Pos != 0 && slots_[i].Pos != pos) i = (i + 1) & mask_;
         return slots_[i];
@@ -90,6 +95,7 @@ class Proof {
         const std::int64_t forwLast = counters.ForwDepth - (counters.LastSide == 1 ? 1 : 0);
         middle_ = static_cast<std::size_t>(forwLast);
         const std::int64_t pushes = counters.ForwDepth + counters.BackDepth;
+        assert(0 <= forwLast && forwLast < pushes);
         layers_.resize(static_cast<std::size_t>(pushes) + 1);
         for (std::int64_t i = 0; i <= pushes; ++i) {
             layers_[static_cast<std::size_t>(i)].Run =
@@ -108,6 +114,7 @@ class Proof {
   private:
     // Links of all nodes of a layer to the layer that holds `run`, with far ends as positions.
     bool Links(const Layer& from, std::uint8_t side, LayerRun run, std::vector<Link>& links) {
+        assert(run.Top >= 1 && run.Top <= run.End && !from.Nodes.empty());
         links.clear();
         return expander_.FindLinks(from.Nodes, side, run, links);
     }
@@ -120,6 +127,7 @@ class Proof {
         std::vector<std::int32_t> ends = state_.MeetParents;
         std::sort(ends.begin(), ends.end());
         ends.erase(std::unique(ends.begin(), ends.end()), ends.end());
+        assert(!ends.empty() && ends.front() >= 1);
         Layer& first = layers_[middle_];
         Layer& second = layers_[middle_ + 1];
         const bool forward = state_.Counters.LastSide == 1;
@@ -184,12 +192,14 @@ class Proof {
         if (sources_.empty())
             throw SolverFault("Internal error: a position on a shortest path leads nowhere");
         expander_.Walks().SpreadCosts(state_.Store.KeyAt(layer.Nodes[node]), sources_, targets_);
+        assert(targets_.size() == in.size());
         for (std::size_t k = 0; k < in.size(); ++k)
             before.Cost[static_cast<std::size_t>(in[k])] += targets_[k].Cost;
     }
 
     // Follows the cheapest pushes from the start.
     void Conclude() {
+        assert(layers_.front().Nodes.size() == 1 && layers_.front().Nodes.front() == 1);
         std::vector<std::int32_t> steps = {0};
         std::uint8_t man = state_.Arrays.KeyByte(state_.Arrays.ManStart);
         std::int32_t node = 0;
@@ -208,6 +218,7 @@ class Proof {
                 least = cost;
                 best = push;
             }
+            assert(least < kUnknown && (i == 0 || least < moves));
             if (i == 0) moves = least;
             man = layer.Pushes.at(best).End;
             node = layer.Pushes[best].Far;

@@ -15,6 +15,7 @@ template <typename Set>
 class ManWalksOf final : public ManWalks {
   public:
     ManWalksOf(const Grid& grid, int boxes) : grid_(grid), boxes_(boxes) {
+        assert(boxes >= 1);
         for (const int bit : grid.InsideBits) inside_ = inside_ | Set::Of(bit);
     }
 
@@ -25,6 +26,7 @@ class ManWalksOf final : public ManWalks {
         Set front = seen;
         for (int steps = 0;; ++steps) {
             if (front.Has(target)) return steps;
+            assert(steps < Set::kBits);  // each one takes in a cell at least
             front = (front.Around() & free) - seen;
             if (!front.Any()) throw SolverFault("Internal error: the man cannot walk to a meeting");
             seen = seen | front;
@@ -40,6 +42,7 @@ class ManWalksOf final : public ManWalks {
         waiting = sources;
         std::sort(waiting.begin(), waiting.end(),
                   [](const ManCost& a, const ManCost& b) { return a.Cost < b.Cost; });
+        assert(waiting.front().Cost >= 0);
         Set asked;
         for (const ManCost& target : targets) asked = asked | Set::Of(BitOf(target.Man));
         std::size_t next = 0;
@@ -63,6 +66,7 @@ class ManWalksOf final : public ManWalks {
         }
         for (ManCost& target : targets)
             target.Cost = cost_[static_cast<std::size_t>(BitOf(target.Man))];
+        assert(targets.empty() || targets.front().Cost >= waiting.front().Cost);
     }
 
   private:

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <string>
 
 namespace kavit {
@@ -14,6 +15,8 @@ bool Less(int first, int second, int keptFirst, int keptSecond) {
 
 // Replaced as a whole: where memory runs out on the way, the old one stays.
 void Keep(SearchState& state, std::size_t k, int moves, const std::vector<std::int32_t>& chain) {
+    assert(chain.size() >= 3 && chain.front() == 0 && chain.back() == -1);
+    assert(moves >= static_cast<int>(chain.size()) - 2);  // every push is a move
     std::optional<KeptSolution>& kept = state.Kept[k];
     kept = KeptSolution{.SolMoves = moves,
                         .SolPushes = static_cast<int>(chain.size()) - 2,
@@ -25,8 +28,10 @@ void Keep(SearchState& state, std::size_t k, int moves, const std::vector<std::i
 
 // The positions after each push of a meeting path, as KeptSolution::SolSteps holds them.
 std::vector<std::int32_t> MeetingChain(const PositionStore& store, const MeetingOffer& meeting) {
+    assert(meeting.Pos >= 1 && meeting.Parent >= 1);
     const bool forward = meeting.Tag == kForwTag;
     const std::int32_t forwEnd = forward ? meeting.Parent : meeting.Pos;
+    assert(store.Record(forwEnd).Side() == kForwTag);
     std::vector<std::int32_t> chain;
     for (std::int32_t p = forwEnd; store.Record(p).Parent >= 1; p = store.Record(p).Parent)
         chain.push_back(p);
@@ -45,6 +50,7 @@ bool KeepIfBetter(SearchState& state, int moves, const std::vector<std::int32_t>
     const int pushes = static_cast<int>(solSteps.size()) - 2;
     bool replaced = false;
     const auto& [fewestMoves, fewestPushes] = state.Kept;
+    assert(fewestMoves.has_value() == fewestPushes.has_value());
     if (!fewestMoves || Less(moves, pushes, fewestMoves->SolMoves, fewestMoves->SolPushes)) {
         Keep(state, 0, moves, solSteps);
         replaced = true;
@@ -53,11 +59,14 @@ bool KeepIfBetter(SearchState& state, int moves, const std::vector<std::int32_t>
         Keep(state, 1, moves, solSteps);
         replaced = true;
     }
+    assert(fewestMoves->SolMoves <= fewestPushes->SolMoves);
+    assert(fewestMoves->SolPushes >= fewestPushes->SolPushes);
     return replaced;
 }
 
 int CountMoves(const BoardArrays& arrays, const PositionStore& store,
                const std::vector<std::int32_t>& solSteps, ManWalks& walks) {
+    assert(solSteps.size() >= 2 && solSteps.back() == -1);
     int moves = 0;
     std::uint8_t man = arrays.KeyByte(arrays.ManStart);
     const int boxes = store.KeyLength() - 1;
@@ -77,6 +86,7 @@ int CountMoves(const BoardArrays& arrays, const PositionStore& store,
         };
         const int from = arrays.KeyCell(byteOf(1));
         const int to = arrays.KeyCell(byteOf(-1));
+        assert(from != to && arrays.Inside(from) && arrays.Inside(to));
         moves += walks.Walk(before, man, arrays.KeyByte(from - (to - from))) + 1;
         man = arrays.KeyByte(from);
         last = solSteps[k];
@@ -86,6 +96,7 @@ int CountMoves(const BoardArrays& arrays, const PositionStore& store,
 
 void EvalMeeting(SearchState& state, const MeetingOffer& meeting, ManWalks& walks) {
     const PosRecord met = state.Store.Record(meeting.Pos);
+    assert(met.Side() != meeting.Tag && meeting.Walk >= 0);
     int moves = meeting.Moves + met.Moves + meeting.Walk;
     if (moves > 32767)
         throw SolverFault("A solution of " + std::to_string(moves) +
@@ -111,6 +122,7 @@ void EvalMeeting(SearchState& state, const MeetingOffer& meeting, ManWalks& walk
 }
 
 void MarkPath(PositionStore& store, std::int32_t a, std::int32_t b) {
+    assert(store.Record(a).Side() != store.Record(b).Side());
     for (const std::int32_t end : {a, b}) {
         for (std::int32_t p = end; p >= 1;) {
             store.SetOnPath(p);

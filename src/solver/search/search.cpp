@@ -1,6 +1,7 @@
 #include "solver/search/search.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "solver/search/recount.h"
 
@@ -23,6 +24,7 @@ bool OutsideSolved(const BoardArrays& arrays) {
 // One backward start for each region in which the man can stand when all boxes are home.
 Result StoreBackwardStarts(SearchState& state, Expander& expander) {
     const BoardArrays& arrays = state.Arrays;
+    assert(arrays.Enclosed && arrays.FirstIn <= arrays.LastIn);
     StartOffer start;
     start.Boxes = arrays.GoalSq;
     start.Tag = kBackTag;
@@ -38,6 +40,7 @@ Result StoreBackwardStarts(SearchState& state, Expander& expander) {
         for (std::size_t i = 0; i < region.size(); ++i) {
             for (const int step : Dir) {
                 const int n = region[i] + step;
+                assert(n >= 0 && n < kCells);  // what is inside is not on the edge
                 if (!free(n) || seen[static_cast<std::size_t>(n)]) continue;
                 seen[static_cast<std::size_t>(n)] = true;
                 region.push_back(n);
@@ -46,6 +49,7 @@ Result StoreBackwardStarts(SearchState& state, Expander& expander) {
         start.ManCell = c;  // the smallest of its region
         result = expander.OfferStart(start);
         if (result == Result::Ok) return result;
+        assert(result != Result::GoOn || state.LastPos == state.Counters.BucketCnt);
         state.End2 = state.LastPos;
         if (state.Top2 == 0) state.Top2 = state.LastPos;
     }
@@ -55,6 +59,7 @@ Result StoreBackwardStarts(SearchState& state, Expander& expander) {
 Result PrepareSearch(SearchState& state, Expander& expander) {
     state.OptLevel =
         OptLevel::None;  // among start positions a meeting ends it, and nothing is improved
+    assert(state.Counters.BucketCnt == 0);
     state.EvalCnt = 1000;
     state.DuplicateBound = 0;
     StartOffer start;
@@ -62,7 +67,9 @@ Result PrepareSearch(SearchState& state, Expander& expander) {
     start.ManCell = state.Arrays.ManStart;
     (void)expander.OfferStart(start);  // what stops it stops the next one too
     state.Top1 = state.End1 = state.LastPos;
+    assert(state.Top1 == 1 || state.Hooks->Stopping());
     const Result result = StoreBackwardStarts(state, expander);
+    assert(state.Top2 <= state.End2);
     LayerTables::Run(state.Layers.ForwTopEnd, 1, 1) = {state.Top1, state.End1};
     LayerTables::Run(state.Layers.BackTopEnd, 1, 1) = {state.Top2, state.End2};
     state.OptLevel = state.Options.OptLevel;
@@ -75,6 +82,8 @@ Result PrepareSearch(SearchState& state, Expander& expander) {
 // Expands the current level of a side; `top` and `end` become the level that it makes.
 Result Step(SearchState& state, Expander& expander, std::uint8_t side, std::int32_t& top,
             std::int32_t& end, std::int64_t& depth, LayerTables::Table& table) {
+    assert(side == kForwTag || side == kBackTag);
+    assert(0 <= top && top <= end && end <= state.Counters.BucketCnt);
     state.Counters.PushesLowerBound = state.Counters.ForwDepth + state.Counters.BackDepth + 1;
     state.Counters.LayerSize = end - top + 1;
     depth += 1;
@@ -83,10 +92,12 @@ Result Step(SearchState& state, Expander& expander, std::uint8_t side, std::int3
     const std::int64_t before = state.Counters.BucketCnt;
     state.LastPos = top = end = 0;
     const Result result = expander.Expand(job);
+    assert(state.Counters.BucketCnt == before || state.LastPos == state.Counters.BucketCnt);
     if (state.Counters.BucketCnt > before) {
         top = static_cast<std::int32_t>(before + 1);
         end = static_cast<std::int32_t>(state.Counters.BucketCnt);
     }
+    assert(top == 0 || (job.End < top && top <= end));
     if (result != Result::GoOn) return result;
     if constexpr (kRecount) RecountLayer(state, side, {job.Top, job.End}, {top, end});
     LayerTables::Run(table, depth + 1, 1) = {top, end};
@@ -126,11 +137,13 @@ Result SearchRounds(SearchState& state, Expander& expander) {
         result = backward ? BackStep(state, expander) : ForwStep(state, expander);
         counters.LastSide = backward ? 2 : 1;
         counters.SeaSteps += 1;
+        assert(counters.SeaSteps == counters.ForwDepth + counters.BackDepth);
         state.Hooks->ShowMsg(Result::Thinking);
         if (counters.nSol > 0) break;
     }
     counters.ForwLevelCnt = counters.ForwDepth - (counters.LastSide == 1 ? 1 : 0);
     counters.BackLevelCnt = counters.BackDepth - (counters.LastSide == 2 ? 1 : 0);
+    assert(counters.ForwLevelCnt >= 0 && counters.BackLevelCnt >= 0);
     state.Hooks->ShowProgress(counters.BucketCnt);
     state.Hooks->Yield();
     return result;
@@ -153,6 +166,8 @@ void InitSearchCounters(SearchState& state) {
 }
 
 Result Search(SearchState& state, Expander& expander) {
+    assert(state.Hooks != nullptr && state.Counters.SeaPhase == 1);
+    assert(state.Store.KeyLength() == state.Arrays.NumBoxes + 1);
     if (!OutsideSolved(state.Arrays)) return Result::NoSolution;
     const Result result = PrepareSearch(state, expander);
     if (result == Result::Ok || result == Result::OutOfMemory) return result;

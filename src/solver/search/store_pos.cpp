@@ -1,5 +1,6 @@
 #include "solver/search/store_pos.h"
 
+#include <cassert>
 #include <string>
 
 #include "solver/search/meeting.h"
@@ -18,6 +19,7 @@ void Progress(SearchState& state) {
 
 void Duplicate(SearchState& state, const Offer& offer, std::int32_t pos, PosRecord record,
                std::int32_t parent) {
+    assert(pos != parent);
     if (pos < state.DuplicateBound || state.OptLevel == OptLevel::None) return;
     if (offer.Moves >= record.Moves) {
         state.Counters.PosDiscarded += 1;
@@ -39,6 +41,7 @@ Result Meet(SearchState& state, const Offer& offer, const std::uint8_t* key, std
     counters.nSol += 1;
     if (counters.nSol == 1 && counters.SeaPhase == 1) state.Hooks->ShowMsg(Result::SolutionFound);
     const PosRecord met = state.Store.Record(pos);
+    assert(met.Side() != tag && parent >= 1);
     MeetingOffer meeting{pos, parent, offer.Moves, tag, 0, 0};
     // At a solved position there is nothing left to walk to.
     const bool solved = tag == kForwTag && met.Parent < 1;
@@ -58,6 +61,7 @@ Result Insert(SearchState& state, const Table& table, Offer& offer, const std::u
     const bool optimizing = counters.SeaPhase == 2;
     // After a meeting the search only finishes its level.
     if (counters.nSol >= 1 && !optimizing) return Result::GoOn;
+    assert(parent < 1 || offer.Moves > state.Store.Record(parent).Moves);
     if (counters.BucketCnt >= state.Store.NumPos()) return Result::OutOfMemory;
     counters.BucketCnt += 1;
     state.ProgressTick += 1;
@@ -75,6 +79,7 @@ Result Insert(SearchState& state, const Table& table, Offer& offer, const std::u
 template <typename Table>
 Result StorePos(SearchState& state, const Table& table, Offer& offer, const std::uint8_t* key,
                 std::int32_t parent, std::uint8_t tag, ManWalks& walks) {
+    assert((tag == kForwTag || tag == kBackTag) && offer.Moves >= 0);
     state.Counters.HashCnt += 1;
     if (offer.Moves > 32767)
         throw SolverFault("A position needs " + std::to_string(offer.Moves) +
@@ -84,6 +89,7 @@ Result StorePos(SearchState& state, const Table& table, Offer& offer, const std:
     for (;;) {
         const std::int32_t pos = table.Candidate(offer);
         if (pos == 0) break;
+        assert(pos <= state.Counters.BucketCnt);
         if (state.Store.HasKey(pos, key)) {
             const PosRecord record = state.Store.Record(pos);
             const bool own = record.Side() == tag;

@@ -20,6 +20,7 @@ constexpr std::size_t kMapFrom = std::size_t{1} << 18;  // smaller blocks come f
 class Machine final : public MemorySource {
   public:
     void* Take(std::size_t bytes) override {
+        assert(bytes > 0);
         if (bytes < kMapFrom) {
             const std::size_t whole = (bytes / kLine + 1) * kLine;
             void* memory = std::aligned_alloc(kLine, whole);
@@ -34,6 +35,7 @@ class Machine final : public MemorySource {
         auto* begin = static_cast<std::byte*>(raw);
         const auto misplaced = reinterpret_cast<std::uintptr_t>(begin) % kHugePage;
         const std::size_t head = misplaced == 0 ? 0 : kHugePage - misplaced;
+        assert(head < kHugePage);  // something is left to cut off behind
         if (head > 0) munmap(begin, head);
         munmap(begin + head + length, kHugePage - head);
         assert(reinterpret_cast<std::uintptr_t>(begin + head) % kHugePage == 0);
@@ -41,6 +43,7 @@ class Machine final : public MemorySource {
         return begin + head;
     }
     void Give(void* memory, std::size_t bytes) override {
+        assert(memory != nullptr);
         if (bytes < kMapFrom) {
             std::free(memory);
         } else {
@@ -80,6 +83,7 @@ bool MemoryBlock::Take(MemorySource& source, std::size_t bytes) {
 }
 
 void MemoryBlock::Release() {
+    assert((memory_ == nullptr) == (bytes_ == 0));
     if (memory_ != nullptr) source_->Give(memory_, bytes_);
     memory_ = nullptr;
     bytes_ = 0;

@@ -43,7 +43,9 @@ class MixedTable {
 
     MixedTable() = default;
     // `lines` zeroed lines, at least LinesFor(numPos) of them.
-    MixedTable(Line* begin, std::uint64_t lines) : begin_(begin), lines_(lines) {}
+    MixedTable(Line* begin, std::uint64_t lines) : begin_(begin), lines_(lines) {
+        assert(begin != nullptr && lines > 0);
+    }
 
     // One place in five stays free; at least one does, which ends every path.
     [[nodiscard]] static constexpr std::uint64_t LinesFor(std::int64_t numPos) {
@@ -67,6 +69,7 @@ class MixedTable {
             static_cast<std::int32_t>(static_cast<unsigned __int128>(offer.Mix) * lines_ >> 64);
         offer.Step = 0;
         offer.Reprobes = 0;
+        assert(offer.Slot >= 0 && static_cast<std::uint64_t>(offer.Slot) < lines_);
     }
     void HomeLanes(Offer* offers, const std::uint8_t* keys, std::size_t /*stride*/) const {
         for (int lane = 0; lane < kHashLanes; ++lane) Home(offers[lane], keys);
@@ -82,6 +85,7 @@ class MixedTable {
             const unsigned same = PlacesWith(line, PrintOf(offer.Mix)) >> offer.Step << offer.Step;
             if (same != 0) {
                 offer.Step = std::countr_zero(same);
+                assert(offer.Step < kPlaces && line.Pos[offer.Step] != 0);
                 return static_cast<std::int32_t>(line.Pos[offer.Step]);
             }
             // No key goes on while there is room.
@@ -104,7 +108,7 @@ class MixedTable {
         }
         Line& line = At(offer);
         const int place = std::countr_zero(free);
-        assert(line.Pos[place] == 0);
+        assert(line.Pos[place] == 0 && (place == 0 || line.Pos[place - 1] != 0));
         line.Pos[place] = static_cast<std::uint32_t>(pos);
         line.Print[place] = PrintOf(offer.Mix);
     }
@@ -149,6 +153,7 @@ class MixedTable {
         if (static_cast<std::uint64_t>(offer.Slot) == lines_) offer.Slot = 0;
         offer.Step = 0;
         ++offer.Reprobes;
+        assert(offer.Reprobes <= lines_);  // one line has a free place at least
     }
 
     Line* begin_ = nullptr;

@@ -14,6 +14,7 @@ namespace {
 constexpr std::size_t kSlack = 16;  // readable bytes behind the last key
 
 std::size_t RowBytes(std::int64_t boxes) {
+    assert(boxes >= 0 && boxes <= 32767);
     return sizeof(PosRecord) + static_cast<std::size_t>(boxes) + 1;
 }
 
@@ -51,6 +52,7 @@ bool PositionStore::Allocate(std::int64_t numPos, std::int64_t blocks) {
 }
 
 bool PositionStore::Resize(std::int64_t numPos, std::int64_t blocks) {
+    assert(numPos >= 1 && numPos <= 2147483647 && blocks >= 1 && blocks <= 32767);
     const std::int64_t oldNumPos = numPos_;
     const std::int64_t oldBlocks = blocks_;
     if (Allocate(numPos, blocks)) return true;
@@ -73,6 +75,7 @@ void PositionStore::Clear(int numBoxes, kavit::HashCase hashCase) {
     keyLength_ = numBoxes + 1;
     hashCase_ = hashCase;
     rowLength_ = RowBytes(numBoxes);
+    assert(RowsBytes(numPos_, numBoxes) <= rows_.Bytes());
     if (hashCase == kavit::HashCase::Mixed) {
         mixed_ = MixedTable(reinterpret_cast<MixedTable::Line*>(table_.Data()),
                             MixedTable::LinesFor(numPos_));
@@ -84,18 +87,22 @@ void PositionStore::Clear(int numBoxes, kavit::HashCase hashCase) {
 }
 
 LentMemory PositionStore::Lend() {
+    assert(keyLength_ > 0 &&
+           table_.Bytes() > static_cast<std::size_t>(numPos_) * sizeof(std::uint32_t));
     table_.Clear();
     return {rows_.Data(), rows_.Bytes(), reinterpret_cast<std::uint32_t*>(table_.Data()),
             table_.Bytes() / sizeof(std::uint32_t), numPos_};
 }
 
 std::int64_t PositionStore::HashSize(kavit::HashCase hashCase) {
+    assert(numPos_ > 0);
     if (hashCase == kavit::HashCase::Mixed)
         return static_cast<std::int64_t>(MixedTable::LinesFor(numPos_)) * MixedTable::kPlaces - 1;
     return SlotTable::SizeFor(numPos_, primes_);
 }
 
 double PositionStore::BytesPerPosition(kavit::HashCase hashCase) {
+    assert(numPos_ > 0);
     const std::uint64_t table = hashCase == kavit::HashCase::Mixed
                                     ? MixedTable::BytesFor(numPos_)
                                     : SlotTable::BytesFor(SlotTable::SizeFor(numPos_, primes_));
@@ -103,6 +110,7 @@ double PositionStore::BytesPerPosition(kavit::HashCase hashCase) {
 }
 
 bool PositionStore::FoundByItsKey(std::int32_t pos) const {
+    assert(pos >= 1);
     return WithTable([this, pos](const auto& table) {
         Offer offer;
         offer.Mix = MixOf(KeyAt(pos), keyLength_);

@@ -1,5 +1,7 @@
 #include "solver/store/primes.h"
 
+#include <cassert>
+
 #include "solver/types.h"
 
 namespace kavit {
@@ -8,6 +10,7 @@ namespace {
 
 // Skips the multiples of 2 and 3: only numbers 6k - 1 and 6k + 1 are tried.
 std::int32_t NextCandidate(std::int32_t n) {
+    assert(n % 2 == 1);
     return n + (n % 3 == 1 ? 4 : 2);
 }
 
@@ -25,6 +28,7 @@ void PrimeTable::Grow() {
 }
 
 bool PrimeTable::IsPrime(std::int32_t n) {
+    assert(n >= 1);
     CheckRange(n);
     for (std::size_t i = 1;; ++i) {
         if (i == primes_.size()) Grow();
@@ -38,10 +42,12 @@ std::int32_t PrimeTable::NextPrime(std::int32_t n) {
     CheckRange(n);
     if (n % 2 == 0) ++n;
     while (!IsPrime(n)) n = NextCandidate(n);
+    assert(n <= kLargest);
     return n;
 }
 
 std::int32_t PrimeTable::Entry(int k) {
+    assert(k >= 0);
     while (primes_.size() <= static_cast<std::size_t>(k)) Grow();
     return primes_[static_cast<std::size_t>(k)];
 }

@@ -48,6 +48,7 @@ class SlotTable {
     // The same for eight offers, whose keys lie `stride` bytes apart: the reductions of one key
     // wait for each other, those of eight do not.
     void HomeLanes(Offer* offers, const std::uint8_t* keys, std::size_t stride) const {
+        assert(keyLength_ >= 2 && stride >= static_cast<std::size_t>(keyLength_));
         const auto last = static_cast<std::size_t>(keyLength_ - 1);
         std::uint32_t h[kHashLanes];
         for (std::size_t lane = 0; lane < kHashLanes; ++lane) h[lane] = keys[lane * stride + last];
@@ -81,10 +82,13 @@ class SlotTable {
         offer.Slot += offer.Step;
         while (offer.Slot < 0) offer.Slot += hashSize_;
         ++offer.Reprobes;
+        // A path comes to every slot once; at least one is free.
+        assert(offer.Reprobes <= static_cast<std::uint32_t>(hashSize_));
     }
     // Stores a position where its path ends: Candidate has just said 0.
     void Insert(const Offer& offer, std::int32_t pos) const {
         assert(pos > 0 && slots_[offer.Slot] == 0);
+        assert((static_cast<std::uint32_t>(pos) & ~indexMask_) == 0);
         slots_[offer.Slot] = Fingerprint(offer.Mix) | static_cast<std::uint32_t>(pos);
     }
 
@@ -112,6 +116,7 @@ class SlotTable {
     }
     // The middle box in key order names the step.
     void SetHome(Offer& offer, const std::uint8_t* key, std::uint32_t home) const {
+        assert(home <= static_cast<std::uint32_t>(hashSize_));
         offer.Slot = static_cast<std::int32_t>(home);
         offer.Step = oneStep_ ? steps_[0] : steps_[key[(keyLength_ - 1) / 2]];
         offer.Reprobes = 0;

@@ -17,6 +17,7 @@ constexpr std::uint64_t kSpare = std::uint64_t{64} << 20;
 
 std::uint64_t BytesFor(std::int64_t numPos, std::int64_t blocks) {
     assert(numPos >= 1 && numPos <= kMostPositions);
+    assert(blocks >= 1 && blocks <= 32767);
     return PositionStore::RowsBytes(numPos, blocks) + MixedTable::BytesFor(numPos);
 }
 
@@ -27,6 +28,7 @@ std::int64_t PositionsFor(std::uint64_t bytes, std::int64_t blocks) {
         const std::int64_t middle = fits + (tooMany - fits) / 2;
         (BytesFor(middle, blocks) <= bytes ? fits : tooMany) = middle;
     }
+    assert(0 <= fits && fits <= kMostPositions);
     return fits;
 }
 
