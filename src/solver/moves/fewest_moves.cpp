@@ -4,6 +4,7 @@
 #include <array>
 #include <cassert>
 
+#include "solver/board/board_shape.h"
 #include "solver/moves/fewest_moves_offers.h"
 
 namespace kavit {
@@ -37,6 +38,8 @@ class FewestSearch {
             if (arrays.BoxStart[static_cast<std::size_t>(
                     grid.BitToCell[static_cast<std::size_t>(bit)])] != 0)
                 start_.Boxes.push_back(bit);
+        assert(start_.Man >= 0 && static_cast<int>(start_.Boxes.size()) == boxes_);
+        assert(!bound_.ManEnds.empty());
         startWorth_ = Worth(start_);
         endWorth_ = Worth({grid.GoalBits, bound_.ManEnds.front()});
         for (const int man : bound_.ManEnds)
@@ -51,6 +54,7 @@ class FewestSearch {
         counters_.FewestPositions = table_.Count();
         answer.Moves = best_;
         RaiseBound();
+        assert(counters_.MovesLowerBound <= best_);
         if (meeting_ != 0) answer.Pushes = TracePushes(grid_, table_, meeting_);
         return answer;
     }
@@ -107,6 +111,7 @@ class FewestSearch {
         while (takenCount_ < taken_.size() && !Queue(side).Empty(value)) {
             const std::int32_t pos = Queue(side).Take(value);
             waiting_[static_cast<std::size_t>(side)] -= 1;
+            assert(waiting_[static_cast<std::size_t>(side)] >= 0);
             table_.PrefetchRow(pos);
             taken_[takenCount_++] = pos;
         }
@@ -117,6 +122,7 @@ class FewestSearch {
             hooks_.Yield();
             if (hooks_.Stopping()) return false;
             const int moves = table_.Moves(pos, side);
+            assert(moves < MovesTable::kUnknown);
             table_.SetExpanded(pos, side);
             if (side == kForward)
                 maker_.MakePushes(table_.Key(pos), boxes_, moves, offers_);
@@ -193,28 +199,14 @@ class FewestSearch {
     std::size_t takenCount_ = 0;
 };
 
-template <typename Set>
-FewestAnswer Answer(const Grid& grid, const BoardArrays& arrays, const LentMemory& memory,
-                    int known, SearchCounters& counters, SolverHooks& hooks) {
-    return FewestSearch<Set>(grid, arrays, memory, known, counters, hooks).Run();
-}
-
 }  // namespace
 
 FewestAnswer SearchFewestMoves(const BoardArrays& arrays, const LentMemory& memory, int known,
                                SearchCounters& counters, SolverHooks& hooks) {
     const Grid grid(arrays);
-    switch (grid.BoardShape) {
-        case Grid::Shape::kRows16x8:
-            return Answer<RowBits<1, 1>>(grid, arrays, memory, known, counters, hooks);
-        case Grid::Shape::kRows8x16:
-            return Answer<RowBits<2, 1>>(grid, arrays, memory, known, counters, hooks);
-        case Grid::Shape::kRows16x16:
-            return Answer<RowBits<2, 2>>(grid, arrays, memory, known, counters, hooks);
-        case Grid::Shape::kRows16x32:
-            break;
-    }
-    return Answer<RowBits<4, 4>>(grid, arrays, memory, known, counters, hooks);
+    return WithSetOf(grid.BoardShape, [&](auto set) {
+        return FewestSearch<decltype(set)>(grid, arrays, memory, known, counters, hooks).Run();
+    });
 }
 
 }  // namespace kavit

@@ -1,5 +1,7 @@
 #include "solver/moves/optimize_moves.h"
 
+#include <cassert>
+
 namespace kavit {
 
 namespace {
@@ -57,6 +59,7 @@ class Pass {
         return LayerTables::Get(*side.Table, level, slot);
     }
     void Record(const Side& side, std::int64_t level, int slot, LayerRun run) {
+        assert(run.Top == 0 || (run.Top <= run.End && run.End <= state_.Counters.BucketCnt));
         LayerTables::Run(*side.Table, level, slot) = run;
     }
     void Progress() {
@@ -66,6 +69,7 @@ class Pass {
 
     // Expands the tagged positions of a run; Top and End of the side become what it stores.
     Result Reexpand(Side& side, LayerRun run) {
+        assert(run.Top >= 1 && run.Top <= run.End);
         state_.Hooks->ShowSide(side.Letter);
         const std::int64_t before = state_.Counters.BucketCnt;
         state_.LastPos = *side.Top = *side.End = 0;
@@ -73,6 +77,7 @@ class Pass {
         const Result result = expander_.Expand(
             {.Side = side.Tag, .Top = run.Top, .End = run.End, .OnPathOnly = true});
         if (state_.Counters.BucketCnt > before) {
+            assert(run.End <= before);  // it has grown by the layer that is made
             *side.Top = static_cast<std::int32_t>(before + 1);
             *side.End = static_cast<std::int32_t>(state_.Counters.BucketCnt);
         }
@@ -89,6 +94,7 @@ class Pass {
             const std::int32_t nextB =
                 b <= LayersOf(back_) ? RunOf(back_, b, 1).Top : kNoMoreLayers;
             if (nextF == kNoMoreLayers && nextB == kNoMoreLayers) return Result::GoOn;
+            assert(nextF != nextB);
             const bool forward = nextF < nextB;
             const Result result = ReplayLayer(forward ? forw_ : back_, forward ? f : b);
             if (result != Result::GoOn) return result;
@@ -102,46 +108,47 @@ class Pass {
     Result ReplayLayer(Side& side, std::int64_t level) {
         *side.Level = level;
         state_.Hooks->ShowMsg(Result::ImprovingMoves);
-        for (const int slot : {1, 2}) {
-            const LayerRun run = RunOf(side, level, slot);
-            if (run.Top <= 0) continue;
-            const Result result = Reexpand(side, run);
-            if (result != Result::GoOn) return result;
+        return EachSlot(side, level, [&](int slot, LayerRun made) {
             // A run that only slot 2 stored has no Top and is passed over later.
-            if (slot == 1) Record(side, level + 1, 2, {*side.Top, *side.End});
-            if (slot == 2 && *side.End >= 1)
-                Record(side, level + 1, 2, {RunOf(side, level + 1, 2).Top, *side.End});
-        }
-        return Result::GoOn;
+            if (slot == 1) Record(side, level + 1, 2, made);
+            if (slot == 2 && made.End >= 1)
+                Record(side, level + 1, 2, {RunOf(side, level + 1, 2).Top, made.End});
+        });
     }
 
     // The level in which the two sides met, which the search left unfinished.
     Result FinishLastLayer(Side& side) {
         const std::int64_t level = *side.Level += 1;
-        for (const int slot : {1, 2}) {
-            const LayerRun run = RunOf(side, level, slot);
-            if (run.Top <= 0) continue;
-            const Result result = Reexpand(side, run);
-            if (result != Result::GoOn) return result;
-            if (slot == 1) Record(side, level + 1, 2, {*side.Top, *side.End});
-            if (slot == 2) Record(side, level + 2, 1, {*side.Top, *side.End});
-        }
-        return Result::GoOn;
+        return EachSlot(side, level, [&](int slot, LayerRun made) {
+            if (slot == 1) Record(side, level + 1, 2, made);
+            if (slot == 2) Record(side, level + 2, 1, made);
+        });
     }
 
     Result Beyond(Side& side) {
         for (*side.Level += 1; *side.Level <= side.Depth + 2; *side.Level += 1) {
             state_.Hooks->ShowMsg(Result::BeyondOptimum);
-            for (const int slot : {1, 2}) {
-                const LayerRun run = RunOf(side, *side.Level, slot);
-                if (run.Top <= 0) continue;
-                const Result result = Reexpand(side, run);
-                if (result != Result::GoOn) return result;
-                Record(side, *side.Level + 1, slot, {*side.Top, *side.End});
-            }
+            const Result result = EachSlot(side, *side.Level, [&](int slot, LayerRun made) {
+                Record(side, *side.Level + 1, slot, made);
+            });
+            if (result != Result::GoOn) return result;
             Progress();
         }
         *side.Level -= 1;
+        assert(*side.Level == side.Depth + 2);
+        return Result::GoOn;
+    }
+
+    // Expands the runs of a level that hold something; `record` takes what each of them stored.
+    template <typename TakeMade>
+    Result EachSlot(Side& side, std::int64_t level, TakeMade record) {
+        for (const int slot : {1, 2}) {
+            const LayerRun run = RunOf(side, level, slot);
+            if (run.Top <= 0) continue;
+            const Result result = Reexpand(side, run);
+            if (result != Result::GoOn) return result;
+            record(slot, {*side.Top, *side.End});
+        }
         return Result::GoOn;
     }
 
@@ -155,6 +162,7 @@ class Pass {
 
 Result OptimizeMoves(SearchState& state, Expander& expander) {
     SearchCounters& counters = state.Counters;
+    assert(counters.SeaPhase == 1 && counters.nSol > 0 && state.Kept[0] && state.Kept[1]);
     counters.SeaPhase = 2;
     for (auto& kept : state.Kept) kept->SolFoundAtSearch = kept->SolFoundAt;
     state.SpecialActive = false;
