@@ -1,6 +1,7 @@
 #include "solver/search/chunk_ring.h"
 
 #include <algorithm>
+#include <cassert>
 #include <limits>
 #include <new>
 #include <system_error>
@@ -20,6 +21,7 @@ ChunkRing::ChunkRing(const PositionStore& store, const Grid& grid, int threads)
       threads_(std::min<int>(threads, kSlots)),
       generator_(MakeMoveGenerator(grid)),
       single_(boxes_) {
+    assert(boxes_ >= 1 && threads >= 1);
     slots_.emplace_back(boxes_);
 }
 
@@ -55,6 +57,7 @@ void ChunkRing::End() noexcept {
 }
 
 OfferChunk* ChunkRing::Next() {
+    assert(open_);
     if (taken_) {
         taken_ = false;
         ++next_;
@@ -68,6 +71,7 @@ OfferChunk* ChunkRing::Next() {
         if (made == next_) break;
         if (!MakeNext(*generator_, storedCnt)) slot.Made.SleepWhile(made);
     }
+    assert(claimed_.load(std::memory_order_relaxed) > next_);
     taken_ = true;
     if (slot.Fault) std::rethrow_exception(slot.Fault);
     return &slot.Chunk;
@@ -93,6 +97,7 @@ bool ChunkRing::MakeNext(MoveGenerator& generator, std::int32_t& storedCnt) {
 }
 
 void ChunkRing::Make(MoveGenerator& generator, std::int32_t number, OfferChunk& chunk) const {
+    assert(number >= 0 && number < chunks_);
     chunk.Empty();
     const std::int64_t parents = OfferChunk::ParentsFor(boxes_);
     const std::int64_t first = number * parents;
@@ -115,6 +120,7 @@ void ChunkRing::AddMoves(MoveGenerator& generator, std::int32_t pos, bool made, 
 }
 
 OfferChunk& ChunkRing::MakeOne(std::int32_t pos, std::uint8_t side) {
+    assert(pos >= 1);
     single_.Empty();
     AddMoves(*generator_, pos, true, side, single_);
     single_.Hash(store_);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <cassert>
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
@@ -52,6 +53,7 @@ struct ExpandJob {
 
     [[nodiscard]] std::int64_t Count() const { return std::int64_t{End} - Top + 1; }
     [[nodiscard]] std::int32_t PosAt(std::int64_t i) const {
+        assert(i >= 0 && i < Count());
         return List == nullptr ? static_cast<std::int32_t>(Top + i)
                                : (*List)[static_cast<std::size_t>(Top + i)];
     }
@@ -98,6 +100,7 @@ class ChunkRing {
     void AddMoves(MoveGenerator& generator, std::int32_t pos, bool made, std::uint8_t side,
                   OfferChunk& chunk) const;
     [[nodiscard]] Slot& SlotOf(std::int32_t number) {
+        assert(number >= 0);
         return slots_[static_cast<std::size_t>(number) % slots_.size()];
     }
 

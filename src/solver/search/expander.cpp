@@ -1,6 +1,7 @@
 #include "solver/search/expander.h"
 
 #include <algorithm>
+#include <cassert>
 
 #include "solver/search/store_pos.h"
 #include "solver/store/machine.h"
@@ -79,6 +80,7 @@ Expander::Expander(SearchState& state)
 }
 
 Result Expander::Expand(const ExpandJob& job) {
+    assert(job.Side == kForwTag || job.Side == kBackTag);
     const JobGuard guard(ring_, job);
     while (OfferChunk* chunk = ring_.Next()) {
         const Result result = StoreChunk(*chunk, job);
@@ -89,6 +91,7 @@ Result Expander::Expand(const ExpandJob& job) {
 
 Result Expander::OfferStart(const StartOffer& start) {
     OfferChunk& chunk = ring_.MakeStart(state_.Arrays, start);
+    assert(chunk.Count() == 1);
     return state_.Store.WithTable([&](const auto& table) {
         return StorePos(state_, table, chunk.At(0), chunk.KeyOf(0), -1, start.Tag, *walks_);
     });
@@ -98,6 +101,7 @@ Result Expander::StoreChunk(OfferChunk& chunk, const ExpandJob& job) {
     return state_.Store.WithTable([&](const auto& table) {
         LookAhead ahead(table, chunk, [&](Offer& offer) { Peek(state_.Store, table, offer); });
         for (const ParentRun& run : chunk.Parents()) {
+            assert(run.First <= run.End && run.End <= chunk.Count());
             state_.Hooks->Yield();
             if (state_.Hooks->Stopping()) return Result::Stopped;
             for (int i = run.First; i < run.End; ++i) {
@@ -109,6 +113,7 @@ Result Expander::StoreChunk(OfferChunk& chunk, const ExpandJob& job) {
             if (run.Made || run.Pos < 1 || !state_.Store.OnPath(run.Pos)) continue;
             // It has come onto a path since the chunk was made.
             OfferChunk& late = ring_.MakeOne(run.Pos, job.Side);
+            assert(&late != &chunk);
             for (int i = 0; i < late.Count(); ++i) {
                 const Result result =
                     StorePos(state_, table, late.At(i), late.KeyOf(i), run.Pos, job.Side, *walks_);
@@ -122,6 +127,7 @@ Result Expander::StoreChunk(OfferChunk& chunk, const ExpandJob& job) {
 bool Expander::FindLinks(const std::vector<std::int32_t>& positions, std::uint8_t side,
                          LayerRun run, std::vector<Link>& links) {
     if (positions.empty()) return true;
+    assert(run.Top >= 1 && run.Top <= run.End && run.End <= state_.Counters.BucketCnt);
     const auto last = static_cast<std::int32_t>(positions.size()) - 1;
     const JobGuard guard(ring_, {.Side = side, .End = last, .List = &positions});
     std::size_t near = 0;
@@ -134,6 +140,7 @@ bool Expander::FindLinks(const std::vector<std::int32_t>& positions, std::uint8_
             [&](const auto& table) { LookUp(table, *chunk, side, run, near, links); });
         near += chunk->Parents().size();
     }
+    assert(near == positions.size());
     return true;
 }
 

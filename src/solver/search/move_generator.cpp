@@ -47,6 +47,7 @@ class MoveGeneratorOf final : public MoveGenerator {
             if (bit >= 0) boxes = boxes | region_.Single(bit);
         }
         const int man = grid_.CellToBit[At(start.ManCell)];
+        assert(count > 0 && man >= 0 && !boxes.Has(man));
         const int norm = region_.FillLowest(region_.Single(man), region_.Inside() - boxes, -1);
         key[count] = grid_.ManByte(norm);
         Offer& offer = offers.At(i);
@@ -79,6 +80,7 @@ class MoveGeneratorOf final : public MoveGenerator {
             mix_ ^= kKeyWords.Box[byte];
             const std::int16_t bit = grid_.KeyToBit[byte];
             if (bit < 0) {
+                assert(statics < grid_.StaticCells.size());
                 boxes_[At(i)] = {-1, grid_.StaticCells[statics++]};
                 continue;
             }
@@ -87,6 +89,7 @@ class MoveGeneratorOf final : public MoveGenerator {
             boxSet = boxSet | region_.Single(bit);
             freeze_.PutBox(bit);
         }
+        assert(statics == grid_.StaticCells.size());
         boxSet_ = boxSet;
         const int man = grid_.KeyToBit[parent.Record.Man];
         assert(man >= 0 && !boxSet.Has(man));
@@ -111,10 +114,12 @@ class MoveGeneratorOf final : public MoveGenerator {
             open = open - front;
         } while (front.Any());
         digitCount_ = static_cast<unsigned>(std::bit_width(distance));
+        assert(digitCount_ <= digits_.size());
         reach_ = ManRegion<Set>::MakeReach(free, free - open);
     }
     // The cell must be in the man's reach.
     [[nodiscard]] int DistanceTo(int bit) const {
+        assert(reach_.Cells.Has(bit));
         unsigned distance = 0;
         for (unsigned i = 0; i < digitCount_; ++i) distance |= digits_[i].Bit(bit) << i;
         return static_cast<int>(distance);
@@ -147,6 +152,7 @@ class MoveGeneratorOf final : public MoveGenerator {
             if (freeze_.FrozenAfter(from, to)) continue;
             const int norm = region_.AfterPush(reach_, from, d);
             const int stand = from - grid_.Step[At(d)];
+            assert(norm >= 0 && norm <= from);  // he stands on from
             AddOffer(box, d, to, norm, from, stand, DistanceTo(stand) + record.Moves);
         }
     }
@@ -165,6 +171,7 @@ class MoveGeneratorOf final : public MoveGenerator {
             const int from = boxes_[At(box)].Bit;
             const int to = from + grid_.Step[At(d)];
             const int norm = region_.AfterPull(reach_, from, d);
+            assert(norm >= 0 && norm <= to + grid_.Step[At(d)]);
             const int moves = firstPull ? 1 : DistanceTo(to) + record.Moves;
             AddOffer(box, d, to, norm, to + grid_.Step[At(d)], to, moves);
         }
@@ -192,6 +199,9 @@ class MoveGeneratorOf final : public MoveGenerator {
             while (at + 1 < boxes && boxes_[At(at + 1)].Cell < cell) ++at;
             while (at > 0 && boxes_[At(at - 1)].Cell > cell) --at;
         }
+        // The bytes stay in the order of the cells.
+        assert(at > i || at == 0 || boxes_[At(at - 1)].Cell < grid_.BitToCell[At(to)]);
+        assert(at < i || at + 1 == boxes || boxes_[At(at + 1)].Cell > grid_.BitToCell[At(to)]);
         // In whole words; both keys have 8 bytes to spare.
         for (int byte = 0; byte < boxes; byte += 8) std::memcpy(key + byte, parent + byte, 8);
         for (int k = i; k < at; ++k) key[k] = parent[k + 1];

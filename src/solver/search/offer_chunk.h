@@ -54,6 +54,7 @@ class OfferChunk {
 
     void AddParent(std::int32_t pos, bool made) {
         assert(parents_.size() < parents_.capacity());
+        assert(parents_.empty() || parents_.back().End == count_);  // the runs leave no gap
         parents_.push_back({pos, count_, count_, made});
     }
     // A new offer of the last parent; the caller fills its key, Mix, Moves, Man and Beside.

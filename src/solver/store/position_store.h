@@ -99,10 +99,12 @@ class PositionStore {
         return record;
     }
     [[nodiscard]] bool OnPath(std::int32_t pos) const {
+        assert(pos >= 1);
         return std::atomic_ref(TagOf(pos)).load(std::memory_order_relaxed) >= kPathMark;
     }
     // Marks the position, where it is not marked yet.
     void SetOnPath(std::int32_t pos) {
+        assert(pos >= 1);
         std::uint8_t& tag = TagOf(pos);
         if (tag < kPathMark)
             std::atomic_ref(tag).store(static_cast<std::uint8_t>(tag + kPathMark),
@@ -133,7 +135,7 @@ class PositionStore {
     // The position's key equals `key`, behind which 8 bytes must be readable. Compared in whole
     // words, the last one cut to the key's end.
     [[nodiscard]] bool HasKey(std::int32_t pos, const std::uint8_t* key) const {
-        assert(pos > 0);
+        assert(pos > 0 && keyLength_ >= 2);
         const std::uint8_t* own = KeyAt(pos);
         std::uint64_t differ = 0;
         int at = 0;
