@@ -5,6 +5,7 @@
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <filesystem>
 #include <string>
 #include <system_error>
@@ -45,9 +46,7 @@ bool DisplayMissing(const std::vector<std::string>& toolkitOptions) {
     return true;
 }
 
-}  // namespace
-
-int main(int argc, char** argv) {
+int Run(int argc, char** argv) {
     {
         // Help and version need no display. What is not ours may be the toolkit's.
         Arguments first;
@@ -93,4 +92,15 @@ int main(int argc, char** argv) {
         QTimer::singleShot(0, &window, [&] { window.OpenGiven(arguments.Level); });
     }
     return QApplication::exec();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return Run(argc, argv);
+    } catch (const std::exception& fault) {
+        std::fprintf(stderr, "kavit: %s\n", fault.what());
+        return 1;
+    }
 }
