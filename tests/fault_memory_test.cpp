@@ -8,6 +8,7 @@
 #include "solver/store/memory_source.h"
 #include "solver/store/store_size.h"
 #include "support/failing_new.h"
+#include "support/figures.h"
 #include "support/levels.h"
 
 namespace kavit::test {
@@ -33,17 +34,11 @@ class FailingSource final : public MemorySource {
     std::uint64_t Used = 0;
 };
 
-// The number of the result and the pushes; what a search counts must not depend on what failed
-// before it.
+// What a search counts must not depend on what failed before it.
 std::string Solve(Solver& solver) {
-    const Board level = BoardOf("########\n#@$  . #\n# $  . #\n#  #   #\n########");
     SolverHooks hooks;
-    SearchLevel(solver, level, {.OptLevel = OptLevel::SomethingPlus});
-    const Result pass = solver.OptimizeMoves(hooks);
-    solver.BuildSolutions();
-    const SearchCounters& counters = solver.Counters();
-    return std::to_string(static_cast<int>(pass)) + " " + solver.Kept(1)->SolString + " " +
-           std::to_string(counters.BucketCnt) + " " + std::to_string(counters.HashSize);
+    return WholeText(solver, BoardOf("########\n#@$  . #\n# $  . #\n#  #   #\n########"),
+                     {.OptLevel = OptLevel::SomethingPlus}, hooks);
 }
 
 constexpr Sizes kOld{2000, 2, 300};

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <sstream>
+#include <map>
 
 #include "solver/solver.h"
 #include "support/failing_new.h"
@@ -16,19 +16,7 @@ namespace {
 
 constexpr const char* kLevel = "########\n#@$  . #\n# $  . #\n#  #   #\n########";
 constexpr SolverOptions kPlus{.OptLevel = OptLevel::SomethingPlus};
-
-class CountingHooks : public StopAt {
-  public:
-    explicit CountingHooks(std::int64_t throwAt = 0, std::int64_t stopAt = 0)
-        : StopAt(stopAt), throwAt_(throwAt) {}
-    void Yield() override {
-        StopAt::Yield();
-        if (Yields == throwAt_) throw std::runtime_error("a fault on the way");
-    }
-
-  private:
-    std::int64_t throwAt_;
-};
+constexpr SolverOptions kFewest{.OptLevel = OptLevel::FewestOfAll};
 
 // Stops at the first solution.
 struct StopAtMeeting final : SolverHooks {
@@ -37,114 +25,75 @@ struct StopAtMeeting final : SolverHooks {
     }
 };
 
-// Goes through a solve as far as it answers; all that it counts, as text.
 std::string Whole(Solver& solver) {
     SolverHooks hooks;
-    SearchLevel(solver, BoardOf(kLevel), kPlus);
-    std::ostringstream text;
-    text << static_cast<int>(solver.OptimizeMoves(hooks));
-    solver.BuildSolutions();
-    const SearchCounters& c = solver.Counters();
-    for (const std::int64_t count :
-         {c.BucketCnt, c.PosChanged, c.PosDiscarded, c.nSol, c.nSolSearch, c.HashCnt, c.RHashCnt,
-          c.SeaSteps, c.ForwDepth, c.BackDepth, c.ForwLevel, c.BackLevel, c.PushesLowerBound})
-        text << " " << count;
-    for (const int k : {0, 1}) text << " " << solver.Kept(k)->SolString;
-    for (std::int64_t pos = 1; pos <= c.BucketCnt; ++pos) {
-        const StoredPosition position = solver.Position(pos);
-        text << " " << position.Tag << "," << position.Parent << "," << position.Moves;
-    }
-    return text.str() + (c.MovesProved ? " proved" : "");
+    return WholeText(solver, BoardOf(kLevel), kPlus, hooks);
 }
 
-TEST(SolverState, EveryCallOutOfOrderSaysSo) {
+// One step of a solver's life: A analyse, S search, O optimize, B build, F fewest; the level
+// analysed may also be one that is solved (d) or has no solution (u), the search stopped (x) or
+// stopped at a meeting (m), and the sizes may change (z) or be too large (Z).
+void Step(Solver& solver, char letter) {
     SolverHooks hooks;
     StopAt stopped(3);
     StopAtMeeting atMeeting;
-    const auto analyse = [](Solver& s, const char* level = kLevel) {
-        (void)s.AnalyseBoard(BoardOf(level), kPlus);
+    const std::map<char, std::function<void()>> steps = {
+        {'A', [&] { (void)solver.AnalyseBoard(BoardOf(kLevel), kFewest); }},
+        {'S', [&] { (void)solver.Search(hooks); }},
+        {'O', [&] { (void)solver.OptimizeMoves(hooks); }},
+        {'B', [&] { solver.BuildSolutions(); }},
+        {'F', [&] { (void)solver.FewestMoves(hooks); }},
+        {'d', [&] { (void)solver.AnalyseBoard(BoardOf("#####\n#@* #\n#####"), kFewest); }},
+        {'u', [&] { (void)solver.AnalyseBoard(BoardOf(kUnsolvable), kFewest); }},
+        {'x', [&] { EXPECT_EQ(solver.Search(stopped), Result::Stopped); }},
+        {'m', [&] { EXPECT_EQ(solver.Search(atMeeting), Result::Stopped); }},
+        {'z',
+         [&] {
+             EXPECT_TRUE(solver.ApplySizes({500, 3, 300}).Ok);
+         }},
+        {'Z',
+         [&] {
+             EXPECT_FALSE(solver.ApplySizes({2147483647, 32767, 300}).Ok);
+         }},
     };
+    steps.at(letter)();
+}
+
+TEST(SolverState, EveryCallOutOfOrderSaysSo) {
     const struct {
+        const char* Steps;
         SolverState Stage;
-        std::function<void(Solver&)> Reach;
-        std::string_view Answered;  // of A analyse, S search, O optimize, B build, F fewest
+        std::string_view Answered;
     } rows[] = {
-        {SolverState::Sized, [](Solver&) {}, "A"},
-        {SolverState::Sized, [&](Solver& s) { analyse(s, "#####\n#@* #\n#####"); }, "A"},
-        {SolverState::Analysed, [&](Solver& s) { analyse(s); }, "AS"},
-        {SolverState::Solved, [](Solver& s) { SearchLevel(s, BoardOf(kLevel), kPlus); }, "AOB"},
-        {SolverState::Optimized,
-         [&](Solver& s) {
-             SearchLevel(s, BoardOf(kLevel), kPlus);
-             (void)s.OptimizeMoves(hooks);
-         },
-         "AB"},
-        {SolverState::Solved,
-         [](Solver& s) {
-             SearchLevel(s, BoardOf(kLevel), kPlus);
-             s.BuildSolutions();
-         },
-         "AOBF"},
-        {SolverState::Lent,
-         [&](Solver& s) {
-             SearchLevel(s, BoardOf(kLevel), {.OptLevel = OptLevel::FewestOfAll});
-             s.BuildSolutions();
-             (void)s.FewestMoves(hooks);
-         },
-         "A"},
-        {SolverState::Ended,
-         [&](Solver& s) {
-             analyse(s);
-             EXPECT_EQ(s.Search(stopped), Result::Stopped);
-         },
-         "A"},
-        {SolverState::Ended,
-         [&](Solver& s) {
-             analyse(s, kUnsolvable);
-             EXPECT_EQ(s.Search(hooks), Result::NoSolution);
-         },
-         "A"},
-        {SolverState::StoppedWithSolution,
-         [&](Solver& s) {
-             analyse(s);
-             EXPECT_EQ(s.Search(atMeeting), Result::Stopped);
-         },
-         "AB"},
-        {SolverState::Sized,
-         [](Solver& s) {
-             SearchLevel(s, BoardOf(kLevel), kPlus);
-             EXPECT_TRUE(s.ApplySizes({500, 3, 300}).Ok);
-             EXPECT_THROW((void)s.Position(1), SolverFault);
-         },
-         "A"},
-        {SolverState::Sized,
-         [](Solver& s) {
-             SearchLevel(s, BoardOf(kLevel), kPlus);
-             EXPECT_FALSE(s.ApplySizes({2147483647, 32767, 300}).Ok);
-         },
-         "A"},
-    };
-    const std::pair<char, std::function<void(Solver&)>> calls[] = {
-        {'A', [](Solver& s) { (void)s.AnalyseBoard(BoardOf(kEasy), {}); }},
-        {'S', [&](Solver& s) { (void)s.Search(hooks); }},
-        {'O', [&](Solver& s) { (void)s.OptimizeMoves(hooks); }},
-        {'B', [](Solver& s) { s.BuildSolutions(); }},
-        {'F', [&](Solver& s) { (void)s.FewestMoves(hooks); }},
+        {"", SolverState::Sized, "A"},
+        {"d", SolverState::Sized, "A"},
+        {"A", SolverState::Analysed, "AS"},
+        {"AS", SolverState::Solved, "AOB"},
+        {"ASO", SolverState::Optimized, "AB"},
+        {"ASB", SolverState::Solved, "AOBF"},
+        {"ASOB", SolverState::Optimized, "ABF"},
+        {"ASBF", SolverState::Lent, "A"},
+        {"Ax", SolverState::Ended, "A"},
+        {"uS", SolverState::Ended, "A"},
+        {"Am", SolverState::StoppedWithSolution, "AB"},
+        {"ASz", SolverState::Sized, "A"},
+        {"ASZ", SolverState::Sized, "A"},
     };
     for (const auto& row : rows) {
-        for (const auto& [letter, call] : calls) {
-            SCOPED_TRACE(std::to_string(&row - rows) + " " + letter);
+        for (const char letter : {'A', 'S', 'O', 'B', 'F'}) {
+            SCOPED_TRACE(row.Steps + std::string(" ") + letter);
             Solver solver;
-            EXPECT_THROW(call(solver), SolverFault);  // without a store
+            EXPECT_THROW(Step(solver, letter), SolverFault);  // without a store
             ASSERT_TRUE(solver.ApplySizes({1000, 2, 300}).Ok);
-            stopped.StopSea = atMeeting.StopSea = StopCause::No;
-            stopped.Yields = 0;
-            row.Reach(solver);
+            for (const char* step = row.Steps; *step != '\0'; ++step) Step(solver, *step);
             EXPECT_EQ(solver.Stage(), row.Stage);
+            if (row.Stage == SolverState::Sized) {
+                EXPECT_THROW((void)solver.Position(1), SolverFault);
+            }
             if (row.Answered.find(letter) != std::string_view::npos) {
-                EXPECT_NO_THROW(call(solver));
+                EXPECT_NO_THROW(Step(solver, letter));
             } else {
-                EXPECT_THROW(call(solver), SolverFault);
+                EXPECT_THROW(Step(solver, letter), SolverFault);
                 EXPECT_EQ(solver.Stage(), row.Stage);
             }
         }
@@ -184,9 +133,7 @@ TEST(SolverState, NothingIsLeftOfAnEarlierSolve) {
     const Board other = BoardOf("########\n#. $  .#\n# $ @  #\n#      #\n########");
     Solver solver;
     ASSERT_TRUE(solver.ApplySizes({1000, 8, 300}).Ok);
-    const auto disturb = [&](std::int64_t throwAt, std::int64_t stopAt,
-                             const SolverOptions& options, const Board& board) {
-        CountingHooks hooks(throwAt, stopAt);
+    const auto disturb = [&](StopAt hooks, const SolverOptions& options, const Board& board) {
         try {
             if (solver.AnalyseBoard(board, options) != Result::Ok) return;
             if (solver.Search(hooks) == Result::Ok) (void)solver.OptimizeMoves(hooks);
@@ -197,13 +144,13 @@ TEST(SolverState, NothingIsLeftOfAnEarlierSolve) {
         .OptLevel = OptLevel::SomethingPlus, .HashCase = HashCase::Case2, .OptSpecial = true};
     for (std::int64_t at = -1; at < 300; at = at * 5 / 4 + 1) {
         SCOPED_TRACE(at);
-        disturb(at, 0, kSpecial, other);
-        EXPECT_EQ(Whole(solver), expected);
-        disturb(0, at, kSpecial, other);
-        EXPECT_EQ(Whole(solver), expected);
+        for (const bool fault : {false, true}) {
+            disturb(StopAt(at, fault), kSpecial, other);
+            EXPECT_EQ(Whole(solver), expected);
+        }
     }
     for (const char* level : {"#####\n#@* #\n#####", kUnsolvable, kLong}) {
-        disturb(0, 0, {}, BoardOf(level));  // refused, without a solution, out of memory
+        disturb(StopAt(0), {}, BoardOf(level));  // refused, without a solution, out of memory
         EXPECT_EQ(Whole(solver), expected);
     }
     // Out of memory in the heap, anywhere.
@@ -211,7 +158,7 @@ TEST(SolverState, NothingIsLeftOfAnEarlierSolve) {
         bool failed = false;
         {
             const FailingNew failing(at);
-            disturb(0, 0, kSpecial, other);
+            disturb(StopAt(0), kSpecial, other);
             failed = failing.Failed();
         }
         EXPECT_EQ(Whole(solver), expected) << at;

@@ -54,7 +54,7 @@ void WriteCounts(std::vector<Item>& items, std::ostream& table) {
             table << item.Level << '\t' << setting.OptLevel << '\t' << setting.SeaType << '\t'
                   << setting.HashCase << '\t' << setting.NumPos << '\t' << CountColumns(figures)
                   << '\n';
-            std::cerr << ' ' << figures.BucketCnt << std::flush;
+            std::cerr << ' ' << setting.Name << std::flush;
         }
         std::cerr << '\n';
     }

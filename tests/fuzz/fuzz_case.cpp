@@ -1,5 +1,6 @@
 #include "fuzz/fuzz_case.h"
 
+#include <algorithm>
 #include <sstream>
 #include <stdexcept>
 
@@ -10,63 +11,23 @@ namespace kavit::test {
 
 namespace {
 
-constexpr std::string_view kCodes = "-.$*#@678+";  // one character for each cell code 0..9
-
-std::string Rows(const Board& board) {
-    std::string rows;
-    for (int row = 0; row < Maxrow; ++row) {
-        std::string line;
-        for (int col = 0; col < Maxcol; ++col) {
-            const std::uint8_t code = board.Cell[static_cast<std::size_t>(row * Maxcol + col)];
-            line += kCodes.at(code);
-        }
-        line.erase(line.find_last_not_of('-') + 1);
-        rows += line + "/";
-    }
-    rows.erase(rows.find_last_not_of('/') + 1);
-    return rows;
-}
-
-Board ParseRows(std::string_view rows) {
-    Board board;
-    std::size_t row = 0;
-    std::size_t col = 0;
-    for (const char c : rows) {
-        if (c == '/') {
-            ++row;
-            col = 0;
-            continue;
-        }
-        const std::size_t code = kCodes.find(c);
-        if (code == std::string_view::npos || row >= Maxrow || col >= Maxcol)
-            throw std::runtime_error("no level: " + std::string(rows));
-        board.Cell[row * Maxcol + col++] = static_cast<std::uint8_t>(code);
-    }
-    SetExtent(board);
-    return board;
-}
-
 FuzzSolve ParseSolve(const std::string& text) {
     FuzzSolve solve;
-    Question& ask = solve.Ask;
     std::istringstream in(text);
-    int* const numbers[] = {&ask.Blocks,         &ask.OptLevel, nullptr,
-                            &ask.SeaType,        &ask.HashCase, &ask.StopAfter,
-                            &solve.StopPassAfter};
-    char comma = ',';
-    in >> ask.NumPos;
-    for (int* number : numbers) {
-        int value = 0;
-        if (!(in >> comma >> value) || comma != ',')
+    for (int* number : NumbersOf(solve)) {
+        char comma = 0;
+        if (!(in >> *number >> comma) || comma != ',')
             throw std::runtime_error("no replay line: " + text);
-        if (number == nullptr)
-            ask.OptSpecial = value != 0;
-        else
-            *number = value;
     }
-    std::string rows;
-    if (!(in >> comma >> rows) || comma != ',') throw std::runtime_error("no level: " + text);
-    ask.Level = ParseRows(rows);
+    std::string codes;
+    in >> codes;
+    Board& level = solve.Ask.Level;
+    if (codes.size() > level.Cell.size() ||
+        codes.find_first_not_of("0123456789") != std::string::npos)
+        throw std::runtime_error("no level: " + text);
+    std::transform(codes.begin(), codes.end(), level.Cell.begin(),
+                   [](char code) { return static_cast<std::uint8_t>(code - '0'); });
+    SetExtent(level);
     return solve;
 }
 
@@ -78,7 +39,7 @@ FuzzSolve RandomSolve(Random& random) {
     ask.NumPos = kStores[random.Pick(0, std::size(kStores) - 1)];
     ask.Blocks = random.Percent(90) ? 8 : random.Pick(1, 5);
     ask.OptLevel = random.Percent(40) ? 4 : random.Pick(0, 4);
-    ask.OptSpecial = random.Percent(30);
+    ask.OptSpecial = random.Percent(30) ? 1 : 0;
     ask.SeaType = random.Percent(60) ? 0 : random.Pick(1, 2);
     ask.HashCase = random.Percent(50) ? 0 : random.Pick(1, kMixed);
     if (random.Percent(10)) ask.StopAfter = random.Percent(15) ? -1 : random.Pick(1, 60);
@@ -88,17 +49,19 @@ FuzzSolve RandomSolve(Random& random) {
 
 }  // namespace
 
-bool FuzzSolve::operator==(const FuzzSolve& other) const {
-    return ReplayLine({{*this}}) == ReplayLine({{other}});
+std::array<int*, 8> NumbersOf(FuzzSolve& solve) {
+    Question& ask = solve.Ask;
+    return {&ask.NumPos,  &ask.Blocks,   &ask.OptLevel,  &ask.OptSpecial,
+            &ask.SeaType, &ask.HashCase, &ask.StopAfter, &solve.StopPassAfter};
 }
 
-FuzzCase RandomCase(std::uint64_t seed) {
+FuzzCase RandomCase(std::uint64_t seed, int scale) {
     Random random(seed * 7919 + 29);
     FuzzCase fuzzCase;
     const int solves = random.Percent(70) ? 1 : random.Pick(2, 3);
     for (int i = 0; i < solves; ++i) {
         FuzzSolve solve = RandomSolve(random);
-        solve.Ask.Level = RandomLevel(seed * 4 + static_cast<std::uint64_t>(i));
+        solve.Ask.Level = RandomLevel(seed * 4 + static_cast<std::uint64_t>(i), scale);
         if (i > 0 && random.Percent(50)) {  // the same store, so that nothing may be left in it
             solve.Ask.NumPos = fuzzCase.Solves[0].Ask.NumPos;
             solve.Ask.Blocks = fuzzCase.Solves[0].Ask.Blocks;
@@ -109,15 +72,15 @@ FuzzCase RandomCase(std::uint64_t seed) {
     return fuzzCase;
 }
 
-std::string ReplayLine(const FuzzCase& fuzzCase) {
-    std::ostringstream line;
-    for (const FuzzSolve& solve : fuzzCase.Solves) {
-        const Question& ask = solve.Ask;
-        line << (line.tellp() > 0 ? ";" : "") << ask.NumPos << ',' << ask.Blocks << ','
-             << ask.OptLevel << ',' << ask.OptSpecial << ',' << ask.SeaType << ',' << ask.HashCase
-             << ',' << ask.StopAfter << ',' << solve.StopPassAfter << ',' << Rows(ask.Level);
+std::string ReplayLine(FuzzCase fuzzCase) {
+    std::string line;
+    for (FuzzSolve& solve : fuzzCase.Solves) {
+        if (!line.empty()) line += ';';
+        for (const int* number : NumbersOf(solve)) line += std::to_string(*number) + ',';
+        for (const std::uint8_t code : solve.Ask.Level.Cell) line += static_cast<char>('0' + code);
+        line.erase(line.find_last_not_of('0') + 1);
     }
-    return line.str();
+    return line;
 }
 
 FuzzCase ParseReplayLine(std::string_view line) {

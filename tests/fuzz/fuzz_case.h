@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -14,24 +15,22 @@ namespace kavit::test {
 struct FuzzSolve {
     Question Ask;
     int StopPassAfter = 0;  // sets StopSea at this yield of the optimizer; 0 never
-
-    bool operator==(const FuzzSolve& other) const;
 };
+
+// NumPos, Blocks, OptLevel, OptSpecial, SeaType, HashCase, StopAfter, StopPassAfter.
+std::array<int*, 8> NumbersOf(FuzzSolve& solve);
 
 struct FuzzCase {
     std::vector<FuzzSolve> Solves;
-
-    bool operator==(const FuzzCase&) const = default;
 };
 
 // The case of a seed: any level, any settings, stores from one position up.
-FuzzCase RandomCase(std::uint64_t seed);
+FuzzCase RandomCase(std::uint64_t seed, int scale = 1);
 
 // A case as one line without blanks, and back; throws std::runtime_error when the line is no case.
-// Every solve is its settings and the rows of its level from the top of the board:
-// NumPos,Blocks,OptLevel,OptSpecial,SeaType,HashCase,StopAfter,StopPassAfter,row/row/row
-// with "-" for floor and the cell codes that no level file has as digits; ";" between solves.
-std::string ReplayLine(const FuzzCase& fuzzCase);
+// Every solve is its numbers and a digit for each cell of the board, up to the last that is not
+// floor; ";" between solves.
+std::string ReplayLine(FuzzCase fuzzCase);
 FuzzCase ParseReplayLine(std::string_view line);
 
 }  // namespace kavit::test

@@ -23,32 +23,13 @@ void Require(bool holds, const std::string& what, const std::string& detail = ""
     if (!holds) throw Wrong{{what, detail}};
 }
 
-// All that the optimizer moves, as text.
-std::string PassText(const Solver& solver, Result pass) {
-    const SearchCounters& c = solver.Counters();
-    std::ostringstream text;
-    text << "pass " << static_cast<int>(pass) << ", BucketCnt " << c.BucketCnt << ", PosChanged "
-         << c.PosChanged << ", PosDiscarded " << c.PosDiscarded << ", nSol " << c.nSol << "/"
-         << c.nSolSearch << ", HashCnt " << c.HashCnt << ", RHashCnt " << c.RHashCnt << ", levels "
-         << c.ForwLevel << "/" << c.BackLevel << ", OptimumPushes " << c.OptimumPushes
-         << ", MovesProved " << c.MovesProved << ", fewest of all: " << c.FewestMovesProved
-         << ", at least " << c.MovesLowerBound << ", " << c.FewestPositions << "/"
-         << c.FewestOffers;
-    for (const int k : {0, 1}) {
-        const KeptSolution& kept = solver.Kept(k).value();
-        text << ", kept " << kept.SolMoves << "/" << kept.SolPushes << " phase " << kept.SolPhase
-             << " at " << kept.SolFoundAt << "/" << kept.SolFoundAtSearch << " " << kept.SolString;
-    }
-    return text.str();
-}
-
 // The search for the fewest moves of all, and what can be said of it without knowing the level.
 std::string SeekFewest(Solver& solver, const FuzzSolve& solve, FuzzTally& tally) {
     StopAt hooks(solve.StopPassAfter);
     const int before = solver.Kept(0)->SolMoves;
     const Result result = solver.FewestMoves(hooks);
     const SearchCounters& c = solver.Counters();
-    const std::string text = "\n" + PassText(solver, result);
+    const std::string text = "\n" + KeptText(solver);
     const std::string fault = KeptFault(solver, solve.Ask.Level);
     Require(fault.empty(), fault.substr(0, fault.find(':')), fault);
     const int moves = solver.Kept(0)->SolMoves;
@@ -72,18 +53,18 @@ std::string Finish(Solver& solver, const FuzzSolve& solve, const Figures& search
     StopAt hooks(solve.StopPassAfter);
     const Result pass = solver.OptimizeMoves(hooks);
     solver.BuildSolutions();
-    std::string text = PassText(solver, pass);
+    std::string text = KeptText(solver);
     const SearchCounters& c = solver.Counters();
     const std::string fault = KeptFault(solver, solve.Ask.Level);
     Require(fault.empty(), fault.substr(0, fault.find(':')), fault);
-    Require(solver.Kept(0)->SolMoves <= search.SolMoves[0] &&
-                solver.Kept(1)->SolMoves <= search.SolMoves[1] &&
-                solver.Kept(1)->SolPushes == search.SolPushes[1],
+    Require(solver.Kept(0)->SolMoves <= search["SolMoves0"] &&
+                solver.Kept(1)->SolMoves <= search["SolMoves1"] &&
+                solver.Kept(1)->SolPushes == search["SolPushes1"],
             "the optimizer lost a better solution", text);
     Require(c.MovesProved == (solve.Ask.OptLevel >= 3 && pass == Result::GoOn),
             "MovesProved where it is not due, or the other way round", text);
     if (solve.Ask.OptLevel < 2) {
-        Require(pass == Result::GoOn && c.BucketCnt == search.BucketCnt && c.nSolSearch == 0,
+        Require(pass == Result::GoOn && c.BucketCnt == search["BucketCnt"] && c.nSolSearch == 0,
                 "the optimizer ran without being asked", text);
     }
     switch (pass) {
@@ -110,7 +91,7 @@ void CheckEarlyEnd(const FuzzSolve& solve, const Figures& search) {
     if (search.Result == 8)
         Require(solve.Ask.StopAfter != 0, "the search stopped by itself", search.Text());
     if (search.Result == 4)
-        Require(search.BucketCnt == solve.Ask.NumPos, "out of memory with room left",
+        Require(search["BucketCnt"] == solve.Ask.NumPos, "out of memory with room left",
                 search.Text());
 }
 
@@ -129,14 +110,14 @@ void CompareWithOracle(const Solver& solver, const Figures& search, const Oracle
     Require(kept.SolMoves >= truth.Moves, "fewer moves than there can be", detail);
     if (solver.Counters().MovesProved)
         Require(kept.SolMoves == truth.Moves, "proved, but not the fewest moves",
-                PassText(solver, Result::GoOn) + "; " + detail);
+                KeptText(solver) + "; " + detail);
 }
 
 void CompareMoves(const Solver& solver, const Board& level) {
     const OracleAnswer truth = AskOracle(level, kOracleStates, OracleAim::FewestMoves);
     if (truth.Verdict == OracleVerdict::TooBig) return;
     const std::string detail =
-        PassText(solver, Result::GoOn) + "; the game: " + std::to_string(truth.Moves) + " moves";
+        KeptText(solver) + "; the game: " + std::to_string(truth.Moves) + " moves";
     Require(solver.Counters().MovesLowerBound <= truth.Moves, "a bound above the truth", detail);
     Require(solver.Kept(0)->SolMoves >= truth.Moves, "fewer moves than there can be", detail);
 }

@@ -1,10 +1,8 @@
 // kavit-fuzz: solves random small levels with random settings and checks every answer against the
-// plain twin and an exhaustive search. A case that fails is made as small as it goes, and left as a
-// level file and as a line for --replay.
+// plain twin and an exhaustive search. A case that fails is made as small as it goes, and printed
+// with a line for --replay.
 
 #include <CLI/CLI.hpp>
-#include <cstdio>
-#include <fstream>
 #include <iostream>
 
 #include "fuzz/fuzz_check.h"
@@ -17,29 +15,17 @@ using kavit::test::FuzzFailure;
 using kavit::test::FuzzTally;
 
 void Print(const FuzzFailure& failure, const FuzzCase& fuzzCase) {
-    std::cout << "FAILED: " << failure.What << "\n"
-              << failure.Detail << "\n"
-              << "kavit-fuzz --replay '" << kavit::test::ReplayLine(fuzzCase) << "'" << std::endl;
+    std::cout << "FAILED: " << failure.What << "\n" << failure.Detail << "\n";
+    for (const auto& solve : fuzzCase.Solves) std::cout << kavit::BoardText(solve.Ask.Level, "\n");
+    std::cout << "kavit-fuzz --replay '" << kavit::test::ReplayLine(fuzzCase) << "'" << std::endl;
 }
 
-bool Write(const std::string& name, const std::string& text) {
-    std::ofstream file(name, std::ios::binary);
-    file << text << std::flush;
-    if (!file) std::cerr << "kavit-fuzz: " << name << " could not be written\n";
-    return file.good();
-}
-
-void ShrinkAndKeep(const FuzzCase& found, const FuzzFailure& failure, const std::string& name) {
+void ShrinkAndPrint(const FuzzCase& found, const FuzzFailure& failure) {
     FuzzTally ignored;
     const FuzzCase small = kavit::test::Shrink(found, [&](const FuzzCase& candidate) {
         return kavit::test::CheckCase(candidate, ignored).What == failure.What;
     });
     Print(kavit::test::CheckCase(small, ignored), small);
-    for (std::size_t i = 0; i < small.Solves.size(); ++i) {
-        const std::string file = name + "-" + std::to_string(i + 1) + ".xsb";
-        if (Write(file, kavit::BoardText(small.Solves[i].Ask.Level, "\n")))
-            std::cout << "level: " << file << std::endl;
-    }
 }
 
 int Replay(const std::string& line) {
@@ -59,11 +45,9 @@ int main(int argc, char** argv) {
     std::int64_t cases = 1000;
     int most = 5;
     std::string line;
-    std::string prefix = "fuzz";
     app.add_option("--seed", seed, "seed of the first case; the next one has the next seed");
     app.add_option("--cases", cases, "number of cases")->check(CLI::NonNegativeNumber);
     app.add_option("--failures", most, "stop after so many failures");
-    app.add_option("--out", prefix, "level files of failures are PREFIX-SEED-1.xsb and so on");
     app.add_option("--replay", line, "check one case, as a failure printed it");
     CLI11_PARSE(app, argc, argv);
     try {
@@ -78,7 +62,7 @@ int main(int argc, char** argv) {
             if (!failure.Failed()) continue;
             ++failures;
             std::cout << "seed " << at << ": " << failure.What << std::endl;
-            ShrinkAndKeep(fuzzCase, failure, prefix + "-" + std::to_string(at));
+            ShrinkAndPrint(fuzzCase, failure);
         }
         std::cout << "kavit-fuzz: " << tally.Text() << "; " << failures << " failed" << std::endl;
         return failures > 0 ? 1 : 0;

@@ -160,6 +160,11 @@ void FuzzCollection(std::string_view bytes) {
     const Collection again = CollectionOf(CollectionText(collection));
     Require(again.Skipped.empty(), "a written level is skipped");
     Require(again.Levels.size() == collection.Levels.size(), "a written level got lost");
+    for (std::size_t i = 0; i < again.Levels.size(); ++i) {
+        CollectionLevel level = again.Levels[i];
+        level.Line = collection.Levels[i].Line;
+        Require(level == collection.Levels[i], "a written level reads otherwise");
+    }
     Require(CollectionText(again) == CollectionText(collection), "written levels read otherwise");
 }
 

@@ -6,10 +6,10 @@
 
 namespace kavit::test {
 
-// A smaller case for which `fails` still holds: solves left out, settings made plain, boxes, goals,
-// rows, columns and floor taken away, one at a time, until nothing more can go or `most` cases have
+// A smaller case for which `fails` still holds: solves left out, settings made plain, boxes and
+// goals taken away, floor walled up, one at a time, until nothing more can go or `most` cases have
 // been tried.
-FuzzCase Shrink(FuzzCase fuzzCase, const std::function<bool(const FuzzCase&)>& fails,
+FuzzCase Shrink(const FuzzCase& fuzzCase, const std::function<bool(const FuzzCase&)>& fails,
                 int most = 4000);
 
 }  // namespace kavit::test

@@ -72,19 +72,15 @@ std::vector<CountRow> ReadCounts(const std::string& folder) {
 }
 
 std::string CountColumns(const Figures& f) {
-    std::ostringstream text;
-    text << f.Result;
-    if (f.Result == 0) {
-        text << '\t' << f.SolPushes[1] << '\t' << f.SolMoves[0] << '\t' << f.nSol;
-    } else {
-        text << "\t-\t-\t-";
-    }
-    if (f.Result != 0 && f.Result != 3 && f.Result != 4)
-        return text.str() + "\t-\t-\t-\t-\t-\t-\t-\t-";
-    text << '\t' << f.BucketCnt << '\t' << f.PosChanged << '\t' << f.PosDiscarded << '\t'
-         << f.HashCnt << '\t' << f.RHashCnt << '\t' << f.SeaSteps << '\t' << f.ForwDepth << '\t'
-         << f.BackDepth;
-    return text.str();
+    const bool searched = f.Result == 0 || f.Result == 3 || f.Result == 4;
+    std::string text = std::to_string(f.Result);
+    const auto add = [&](bool known, std::initializer_list<const char*> names) {
+        for (const char* name : names) text += known ? '\t' + std::to_string(f[name]) : "\t-";
+    };
+    add(f.Result == 0, {"SolPushes1", "SolMoves0", "nSol"});
+    add(searched, {"BucketCnt", "PosChanged", "PosDiscarded", "HashCnt", "RHashCnt", "SeaSteps",
+                   "ForwDepth", "BackDepth"});
+    return text;
 }
 
 std::vector<MovesRow> ReadMoves(const std::string& folder) {

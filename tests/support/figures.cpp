@@ -17,41 +17,38 @@ class ProgressHooks : public StopAt {
     std::vector<std::int64_t> Progress;
 };
 
-// What both count, by the same names.
+// What both count and keep, by the same names. A level that was refused has no numbers of its own.
 template <typename Counters>
 Figures FiguresOf(int result, const Counters& c) {
-    Figures f;
-    f.Result = result;
-    f.nSol = c.nSol;
-    f.BucketCnt = c.BucketCnt;
-    f.PosChanged = c.PosChanged;
-    f.PosDiscarded = c.PosDiscarded;
-    f.HashCnt = c.HashCnt;
-    f.RHashCnt = c.RHashCnt;
-    f.SeaSteps = c.SeaSteps;
-    f.ForwDepth = c.ForwDepth;
-    f.BackDepth = c.BackDepth;
-    f.ForwLevelCnt = c.ForwLevelCnt;
-    f.BackLevelCnt = c.BackLevelCnt;
-    f.LastSide = c.LastSide;
-    f.HashSize = c.HashSize;
-    if (result != 1 && result != 2 && result != 9 && result != 14) {
-        f.SqCompact = c.SqCompact;
-        f.NumBoxes = c.NumBoxes;
-    }
-    return f;
+    const bool refused = result == 1 || result == 2 || result == 9 || result == 14;
+    return {result,
+            {{"nSol", c.nSol},
+             {"BucketCnt", c.BucketCnt},
+             {"PosChanged", c.PosChanged},
+             {"PosDiscarded", c.PosDiscarded},
+             {"HashCnt", c.HashCnt},
+             {"RHashCnt", c.RHashCnt},
+             {"SeaSteps", c.SeaSteps},
+             {"ForwDepth", c.ForwDepth},
+             {"BackDepth", c.BackDepth},
+             {"ForwLevelCnt", c.ForwLevelCnt},
+             {"BackLevelCnt", c.BackLevelCnt},
+             {"LastSide", c.LastSide},
+             {"HashSize", c.HashSize},
+             {"SqCompact", !refused && c.SqCompact},
+             {"NumBoxes", refused ? 0 : c.NumBoxes}}};
 }
 
 template <typename Kept>
-void AddKept(Figures& f, std::size_t k, const Kept& kept) {
-    f.SolMoves[k] = kept.SolMoves;
-    f.SolPushes[k] = kept.SolPushes;
-    f.SolFoundAt[k] = kept.SolFoundAt;
+void AddKept(Figures& f, int k, const Kept& kept) {
+    f.Counts["SolMoves" + std::to_string(k)] = kept.SolMoves;
+    f.Counts["SolPushes" + std::to_string(k)] = kept.SolPushes;
+    f.Counts["SolFoundAt" + std::to_string(k)] = kept.SolFoundAt;
 }
 
 // What belongs to a table and not to the search: the twin has no Mixed one.
 void ForgetTable(Figures& f, const Question& question) {
-    if (question.HashCase == kMixed) f.RHashCnt = f.HashSize = 0;
+    if (question.HashCase == kMixed) f.Counts["RHashCnt"] = f.Counts["HashSize"] = 0;
 }
 
 }  // namespace
@@ -66,37 +63,29 @@ std::string Question::Text() const {
 }
 
 std::string Figures::Text() const {
-    std::ostringstream text;
-    text << "result " << Result << ", nSol " << nSol << ", BucketCnt " << BucketCnt
-         << ", PosChanged " << PosChanged << ", PosDiscarded " << PosDiscarded << ", HashCnt "
-         << HashCnt << ", RHashCnt " << RHashCnt << ", SeaSteps " << SeaSteps << ", depths "
-         << ForwDepth << "/" << BackDepth << ", level counts " << ForwLevelCnt << "/"
-         << BackLevelCnt << ", LastSide " << LastSide << ", HashSize " << HashSize << ", SqCompact "
-         << SqCompact << ", NumBoxes " << NumBoxes;
-    for (std::size_t k = 0; k < 2; ++k) {
-        text << ", kept " << SolMoves[k] << "/" << SolPushes[k] << " at " << SolFoundAt[k];
-    }
-    text << ", yields " << Yields << ", progress";
-    for (const std::int64_t value : Progress) text << " " << value;
-    return text.str();
+    std::string text = "result " + std::to_string(Result);
+    for (const auto& [name, count] : Counts) text += ", " + name + " " + std::to_string(count);
+    text += ", progress";
+    for (const std::int64_t value : Progress) text += " " + std::to_string(value);
+    return text;
 }
 
 Figures Ask(Solver& solver, const Question& question) {
     ProgressHooks hooks(question.StopAfter);
     // One to three threads, whatever the machine has: no answer depends on their number.
-    const SolverOptions options{
-        static_cast<OptLevel>(question.OptLevel), static_cast<SeaType>(question.SeaType),
-        static_cast<HashCase>(question.HashCase), question.OptSpecial, 1 + question.NumPos % 3};
+    const SolverOptions options{static_cast<OptLevel>(question.OptLevel),
+                                static_cast<SeaType>(question.SeaType),
+                                static_cast<HashCase>(question.HashCase), question.OptSpecial != 0,
+                                1 + question.NumPos % 3};
     Result result = solver.AnalyseBoard(question.Level, options);
     if (result == Result::Ok) result = solver.Search(hooks);
     Figures f = FiguresOf(static_cast<int>(result), solver.Counters());
     ForgetTable(f, question);
     // The twin says 32767 where nothing is kept.
     const KeptSolution none{.SolMoves = 32767, .SolPushes = 32767};
-    for (const std::size_t k : {0U, 1U})
-        AddKept(f, k, solver.Kept(static_cast<int>(k)).value_or(none));
+    for (const int k : {0, 1}) AddKept(f, k, solver.Kept(k).value_or(none));
     f.Progress = hooks.Progress;
-    f.Yields = static_cast<int>(hooks.Yields);
+    f.Counts["Yields"] = hooks.Yields;
     return f;
 }
 
@@ -117,9 +106,9 @@ Figures Ask(PlainTwin& twin, const Question& question) {
     ForgetTable(f, question);
     twin.OnYield = nullptr;
     twin.OnProgress = nullptr;
-    for (const std::size_t k : {0U, 1U}) AddKept(f, k, twin.Kept[k]);
+    for (const int k : {0, 1}) AddKept(f, k, twin.Kept.at(static_cast<std::size_t>(k)));
     f.Progress = progress;
-    f.Yields = yields;
+    f.Counts["Yields"] = yields;
     return f;
 }
 
@@ -127,6 +116,50 @@ Figures AskWithSizes(Solver& solver, const Question& question) {
     const ApplyReply reply = solver.ApplySizes({question.NumPos, question.Blocks, 300});
     if (!reply.Ok) throw std::runtime_error(std::string(reply.Message));
     return Ask(solver, question);
+}
+
+std::string KeptText(const Solver& solver) {
+    const SearchCounters& c = solver.Counters();
+    std::ostringstream text;
+    text << FiguresOf(0, c).Text() << ", nSolSearch " << c.nSolSearch << ", levels " << c.ForwLevel
+         << "/" << c.BackLevel << ", OptimumPushes " << c.OptimumPushes << ", at least "
+         << c.PushesLowerBound << ", MovesProved " << c.MovesProved
+         << ", fewest of all: " << c.FewestMovesProved << ", at least " << c.MovesLowerBound << ", "
+         << c.FewestPositions << "/" << c.FewestOffers;
+    for (const int k : {0, 1}) {
+        const KeptSolution kept = solver.Kept(k).value_or(KeptSolution{});
+        text << ", kept " << kept.SolMoves << "/" << kept.SolPushes << " phase " << kept.SolPhase
+             << " at " << kept.SolFoundAt << "/" << kept.SolFoundAtSearch << " " << kept.SolString;
+    }
+    return text.str();
+}
+
+std::string StoreText(const Solver& solver) {
+    std::ostringstream text;
+    for (std::int64_t pos = 1; pos <= solver.Counters().BucketCnt; ++pos) {
+        const StoredPosition p = solver.Position(pos);
+        text << p.Tag << " " << p.Parent << " " << p.Moves << " " << p.Man << " "
+             << p.NormalisedMan;
+        for (const int box : p.Boxes) text << " " << box;
+        text << "\n";
+    }
+    return text.str();
+}
+
+std::string WholeText(Solver& solver, const Board& level, const SolverOptions& options,
+                      SolverHooks& hooks) {
+    std::string text;
+    try {
+        Result result = solver.AnalyseBoard(level, options);
+        if (result == Result::Ok) result = solver.Search(hooks);
+        text = std::to_string(static_cast<int>(result)) + " ";
+        if (result == Result::Ok)
+            text += std::to_string(static_cast<int>(solver.OptimizeMoves(hooks))) + " ";
+        if (solver.Kept(0)) solver.BuildSolutions();
+    } catch (const std::exception& fault) {
+        text = fault.what();
+    }
+    return text + KeptText(solver) + StoreText(solver);
 }
 
 std::string StoreDifference(const Solver& solver, const PlainTwin& twin) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <array>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -21,37 +21,20 @@ struct Question {
     int OptLevel = 1;
     int SeaType = 0;
     int HashCase = 0;
-    bool OptSpecial = false;  // no search sees it, only the optimizer
-    int StopAfter = 0;  // sets StopSea at this expanded position; 0 never, -1 before the search
+    int OptSpecial = 0;  // no search sees it, only the optimizer
+    int StopAfter = 0;   // sets StopSea at this expanded position; 0 never, -1 before the search
 
     [[nodiscard]] std::string Text() const;
 };
 
-// All that a search counts and keeps. Under Mixed, RHashCnt and HashSize stay 0: they are the
-// table's own.
+// All that a search counts and keeps, by name. Under Mixed, RHashCnt and HashSize stay 0: they are
+// the table's own.
 struct Figures {
     int Result = 0;
-    std::int64_t nSol = 0;
-    std::int64_t BucketCnt = 0;
-    std::int64_t PosChanged = 0;
-    std::int64_t PosDiscarded = 0;
-    std::int64_t HashCnt = 0;
-    std::int64_t RHashCnt = 0;
-    std::int64_t SeaSteps = 0;
-    std::int64_t ForwDepth = 0;
-    std::int64_t BackDepth = 0;
-    std::int64_t ForwLevelCnt = 0;
-    std::int64_t BackLevelCnt = 0;
-    int LastSide = 0;
-    std::int64_t HashSize = 0;
-    bool SqCompact = false;  // false as well while the level is refused
-    int NumBoxes = 0;        // 0 while the level is refused
-    std::array<int, 2> SolMoves{};
-    std::array<int, 2> SolPushes{};
-    std::array<std::int64_t, 2> SolFoundAt{};
-    std::vector<std::int64_t> Progress;  // the values that were shown
-    int Yields = 0;
+    std::map<std::string, std::int64_t> Counts;
+    std::vector<std::int64_t> Progress = {};  // the values that were shown
 
+    std::int64_t operator[](const char* name) const { return Counts.at(name); }
     [[nodiscard]] std::string Text() const;
     bool operator==(const Figures&) const = default;
 };
@@ -63,6 +46,14 @@ Figures Ask(PlainTwin& twin, const Question& question);
 
 // Applies the sizes of the question to the solver first; throws when they are refused.
 Figures AskWithSizes(Solver& solver, const Question& question);
+
+// All that a solver counts and keeps, and all that it stores, as text.
+std::string KeptText(const Solver& solver);
+std::string StoreText(const Solver& solver);
+
+// A whole solve, or what a stop or a fault leaves of it, to the last stored position.
+std::string WholeText(Solver& solver, const Board& level, const SolverOptions& options,
+                      SolverHooks& hooks);
 
 // What differs in the positions and level runs of a search that both have just made; "" for
 // nothing.

@@ -33,19 +33,22 @@ Collection CollectionOf(std::string_view text);
 // Sets the wall extent and ManPos from the cells, as after reading a level.
 void SetExtent(Board& board);
 
-// Stops the solver at its n-th yield; 0 never, -1 before it begins.
+// Stops the solver at its n-th yield, or ends it by a fault; 0 never, -1 before it begins.
 class StopAt : public SolverHooks {
   public:
-    explicit StopAt(std::int64_t yield) : at_(yield) {
+    explicit StopAt(std::int64_t yield, bool fault = false) : at_(yield), fault_(fault) {
         if (yield < 0) RequestStop(StopCause::User);
     }
     void Yield() override {
-        if (++Yields == at_) RequestStop(StopCause::User);
+        if (++Yields != at_) return;
+        if (fault_) throw SolverFault("ended by the test");
+        RequestStop(StopCause::User);
     }
     std::int64_t Yields = 0;
 
   private:
     std::int64_t at_;
+    bool fault_;
 };
 
 // Analyses the board and searches it; throws unless that solves it.

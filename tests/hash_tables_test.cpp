@@ -1,12 +1,16 @@
-// The Mixed hash table by itself: what is in it is found, and a look costs few lines.
+// The hash tables: what is in the Mixed one is found, and a look costs few lines; no answer depends
+// on the table.
 
 #include <gtest/gtest.h>
 
 #include <random>
 #include <vector>
 
+#include "fuzz/fuzz_check.h"
 #include "solver/store/mixed_table.h"
+#include "solver/store/slot_table.h"
 #include "solver/store/store_size.h"
+#include "support/levels.h"
 
 namespace kavit::test {
 namespace {
@@ -139,6 +143,55 @@ TEST(MixedTable, ComparesAllPlacesOfALine) {
             ASSERT_EQ(MixedTable::PlacesWith(line, print),
                       MixedTable::PlacesWithOneByOne(line, print));
     }
+}
+
+// The optimizer and its strings, too: all that the user gets is the same with either table.
+TEST(HashTables, MixedGivesWhatDefaultGives) {
+    Solver solver;
+    FuzzSolve solve;
+    for (const char* name : {"02-corner-shop", "04-warehouse", "05-crossing", "06-long-way"}) {
+        solve.Ask.Level = BoardOfFile(KAVIT_EXAMPLES_FOLDER "/" + std::string(name) + ".xsb");
+        for (int setting = 0; setting < 8; ++setting) {
+            solve.Ask.OptLevel = setting / 2;
+            solve.Ask.OptSpecial = setting % 2;
+            solve.Ask.HashCase = 0;
+            const std::string plain = WithoutTable(SolveText(solver, solve));
+            solve.Ask.HashCase = kMixed;
+            EXPECT_EQ(WithoutTable(SolveText(solver, solve)), plain) << solve.Ask.Text();
+        }
+    }
+}
+
+// Which table answers where none is asked for, and that one asked for is obeyed at any size.
+TEST(HashTables, TableByTheSizeOfTheStore) {
+    const struct {
+        std::int64_t NumPos;
+        std::optional<HashCase> Asked;
+        HashCase InForce;
+        std::int64_t HashSize;
+        double Bytes;
+    } cases[] = {
+        {100, std::nullopt, HashCase::Default, 127, 18.12},
+        {100, HashCase::Mixed, HashCase::Mixed, 131, 20.04},
+        {8000000, std::nullopt, HashCase::Default, 9600037, 17.8},
+        {8000001, std::nullopt, HashCase::Mixed, 10000007, 19.67},
+        {8000001, HashCase::Case2, HashCase::Case2, 9600037, 17.8},
+    };
+    for (const auto& c : cases) {
+        Solver solver;
+        ASSERT_TRUE(solver.ApplySizes({c.NumPos, 4, 300}).Ok);
+        SearchLevel(solver, BoardOf(kEasy), {.HashCase = c.Asked});
+        EXPECT_EQ(solver.Counters().HashCase, c.InForce) << c.NumPos;
+        EXPECT_EQ(solver.Counters().HashSize, c.HashSize) << c.NumPos;
+        EXPECT_NEAR(solver.Counters().BytesPerPosition, c.Bytes, 0.01) << c.NumPos;
+    }
+}
+
+// The described tables end where their prime test does; Mixed goes on.
+TEST(HashTables, DescribedTablesHaveAnEnd) {
+    PrimeTable primes;
+    EXPECT_EQ(SlotTable::SizeFor(SlotTable::kMostPositions, primes), 1073676287);
+    EXPECT_THROW((void)SlotTable::SizeFor(SlotTable::kMostPositions + 1, primes), SolverFault);
 }
 
 TEST(StoreSize, BytesAndPositions) {
