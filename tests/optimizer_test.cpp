@@ -49,27 +49,6 @@ TEST(Optimizer, AStopAnywhereKeepsTheSolutionsAndClaimsNothing) {
     }
 }
 
-TEST(Optimizer, AFullStoreKeepsTheSolutionsAndClaimsNothing) {
-    int filled = 0;
-    for (const char* name : {"03-two-rooms", "04-warehouse", "05-crossing"}) {
-        const Board board = Example(name);
-        Solver solver;
-        ASSERT_TRUE(solver.ApplySizes({200000, 8, 300}).Ok);
-        SolverHooks hooks;
-        test::SearchLevel(solver, board, {.OptLevel = OptLevel::SomethingPlus});
-        const std::int64_t needed = solver.Counters().BucketCnt;
-        const int pushes = solver.Kept(1)->SolPushes;
-        // A store that the search fills to the last position leaves the pass no room.
-        ASSERT_TRUE(solver.ApplySizes({needed, 8, 300}).Ok);
-        test::SearchLevel(solver, board, {.OptLevel = OptLevel::SomethingPlus});
-        const Result result = solver.OptimizeMoves(hooks);
-        filled += result == Result::OutOfMemory ? 1 : 0;
-        EXPECT_EQ(solver.Counters().MovesProved, result == Result::GoOn);
-        ExpectWhole(solver, board, pushes);
-    }
-    EXPECT_GT(filled, 0);
-}
-
 // Level 3 reaches the fewest moves known and proves them, whatever the search type and the hash; a
 // store that fills up before a solution is no failure of the proof.
 TEST(Optimizer, LevelThreeReachesTheFewestMovesKnown) {
@@ -106,23 +85,6 @@ TEST(Optimizer, LevelThreeReachesTheFewestMovesKnown) {
         }
     }
     EXPECT_GT(proved, 80);
-}
-
-// More work never makes it worse.
-TEST(Optimizer, EachLevelIsAtLeastAsGoodAsTheOneBelow) {
-    Solver solver;
-    ASSERT_TRUE(solver.ApplySizes({200000, 8, 300}).Ok);
-    for (const char* name : {"02-corner-shop", "03-two-rooms", "04-warehouse", "05-crossing"}) {
-        const Board board = Example(name);
-        int moves = 32767;
-        for (int level = 1; level <= 3; ++level) {
-            SolverHooks hooks;
-            test::SearchLevel(solver, board, {.OptLevel = static_cast<OptLevel>(level)});
-            ASSERT_EQ(solver.OptimizeMoves(hooks), Result::GoOn);
-            EXPECT_LE(solver.Kept(1)->SolMoves, moves) << name << " level " << level;
-            moves = solver.Kept(1)->SolMoves;
-        }
-    }
 }
 
 }  // namespace
