@@ -1,13 +1,18 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 #include <nlohmann/json.hpp>
 #include <regex>
 #include <sstream>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "level/board.h"
@@ -519,13 +524,14 @@ TEST_F(Cli, SolutionFiles) {
 
 TEST_F(Cli, Dumps) {
     const std::string options = "--dump-levels d --dump-position 2 --expert ";
-    EXPECT_EQ(Run(Words(options + "three.xsb none.xsb solved.xsb")).Status, 3);
+    EXPECT_EQ(Run(Words(options + "three.xsb none.xsb solved.xsb three.xsb")).Status, 3);
     for (const char* base : {"three_some", "none_some"}) {
         const std::string levels = folder_.Read(std::string("d_") + base + ".txt");
         EXPECT_EQ(levels.rfind(std::string(base) + ":  ForwTopEnd", 0), 0U) << levels;
-        const std::string line = folder_.Read(std::string(base) + "_Dist.txt");
-        EXPECT_TRUE(Contains(line, "Bucket: ( 0002)")) << line;
+        EXPECT_TRUE(Contains(levels, "SeaCnt = 001"));
     }
+    const std::string line = " Bucket: ( 0002)  [ 002 -0001 020 000] [ 25 20]\r\n";
+    EXPECT_EQ(folder_.Read("three_some_Dist.txt"), line + line) << "one for each solve";
     EXPECT_FALSE(fs::exists(folder_.Path("d_solved_some.txt"))) << "there was no search";
 
     const ProgramRun none = Run({"--dump-position", "99", "three.xsb"});
@@ -613,6 +619,57 @@ TEST_F(Cli, SecondSignalEndsAtOnce) {
         for (const int number : {SIGSTOP, SIGINT, SIGTERM, SIGCONT}) kill(program, number);
     });
     EXPECT_GE(twice.Status, 128);
+}
+
+// While a solution is written, here to a pipe that nobody reads yet, even a second signal waits.
+TEST_F(Cli, SignalsWaitForAWholeFile) {
+    ASSERT_EQ(mkfifo(folder_.Path("pipe").c_str(), 0600), 0);
+    ProgramSetup setup{.Args = Words("--sol pipe one.xsb")};
+    setup.Folder = folder_.Path();
+    std::thread user;
+    int pipe = -1;
+    setup.OnStart = [&](pid_t program) {
+        user = std::thread([&, program] {
+            const std::string status = "/proc/" + std::to_string(program) + "/status";
+            const std::regex held("SigBlk:\t[0-9a-f]*[2367abef]\n");  // SIGINT is its second bit
+            for (int i = 0; i < 3000; ++i, usleep(1000))
+                if (std::regex_search(kavit::test::ReadWholeFile(status), held)) break;
+            for (const int number : {SIGINT, SIGTERM}) kill(program, number);
+            pipe = open(folder_.Path("pipe").c_str(), O_RDWR | O_NONBLOCK);
+        });
+    };
+    EXPECT_GE(RunSolve(setup).Status, 128);
+    user.join();
+    std::array<char, 1000> written{};
+    EXPECT_GT(read(pipe, written.data(), written.size() - 1), 0);
+    close(pipe);
+    EXPECT_TRUE(Contains(written.data(), "\\Best Solution between 1 analyzed\r\n"));
+}
+
+TEST_F(Cli, LevelsThatVanishOrChange) {
+    fs::create_directory(folder_.Path("set"));
+    for (const char* name : {"set/b.xsb", "set/c.xsb"}) folder_.Write(name, kOnePush);
+    // The first level is a pipe: while the program waits for it, the folder has been listed.
+    ASSERT_EQ(mkfifo(folder_.Path("set/a.xsb").c_str(), 0600), 0);
+    ProgramSetup setup;
+    setup.Args = {"--json", "set/a.xsb", "set"};
+    setup.Folder = folder_.Path();
+    std::thread writer;
+    setup.OnStart = [&](pid_t) {
+        writer = std::thread([&] {
+            std::ofstream pipe(folder_.Path("set/a.xsb"));  // goes on when the program opens it
+            fs::remove(folder_.Path("set/b.xsb"));
+            folder_.Write("set/c.xsb", "no level at all\n");
+            pipe << kOnePush;
+        });
+    };
+    const ProgramRun run = RunSolve(setup);
+    writer.join();
+    std::vector<int> results;
+    for (const Json& object : Objects(run.Out)) results.push_back(object.at("result"));
+    EXPECT_EQ(results, std::vector<int>({0, 106, 2})) << run.Out;
+    EXPECT_EQ(run.Status, 5);
+    EXPECT_TRUE(Contains(run.Err, "b.xsb: ") && Contains(run.Err, "No such file")) << run.Err;
 }
 
 }  // namespace

@@ -98,26 +98,18 @@ TEST(Layout, ObjectsToWhatItShould) {
         const char* Line;
         const char* Objection;
     } cases[] = {
-        {"solver/store/primes.cpp", "#include \"level/board.h\"", ""},
         {"solver/types.h", "#include \"solver/hooks.h\"", "against the arrows"},
-        {"solver/store/primes.cpp", "#include \"solver/store/primes.h\"", ""},
         {"solver/store/offer.h", "#include \"solver/types.h\"", ""},
         {"solver/board/grid.h", "#include \"solver/store/primes.h\"", "against the arrows"},
-        {"solver/moves/pass.cpp", "#include \"solver/solver.h\"", "against the arrows"},
         {"solver/solver.cpp", "#include \"solver/moves/pass.h\"", ""},
         {"cli/main.cpp", "#include \"solver/solver.h\"", ""},
         {"cli/main.cpp", "#include \"solver/search/search.h\"", "against the arrows"},
-        {"level/x.h", "#include \"solver/solver.h\"", "against the arrows"},
         {"output/x.h", "  # include  \"app/window.h\"  // <x>", "against the arrows"},
         {"output/x.h", "// #include \"app/window.h\"", ""},
-        {"cli/x.h", "#include \"app/window.h\"", "against the arrows"},
         {"level/x.h", "#include \"board.h\"", "names no folder"},
         {"app/x.h", "#include <QWidget>", ""},
         {"output/x.h", "#include <QString>", "not known here"},
-        {"cli/x.h", "#include <CLI/CLI.hpp>", ""},
-        {"solver/x.h", "#include <nlohmann/json.hpp>", "not known here"},
         {"solver/x.h", "#include <sys/mman.h>", ""},
-        {"level/x.h", "#include <vector>", ""},
         {"level/x.h", "#include <boost/any.hpp>", "neither standard nor on the list"},
     };
     for (const auto& c : cases) EXPECT_EQ(Objection(c.File, c.Line), c.Objection) << c.Line;

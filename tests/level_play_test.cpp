@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 #include <queue>
 #include <sstream>
@@ -38,26 +39,18 @@ bool Do(HandPlay& play, const std::string& word) {
     int from = 0;
     int to = 0;
     char comma = 0;
-    switch (word[0]) {
-        case 'w':
-            return rest >> to && play.Walk(to);
-        case 'p':
-            return rest >> from >> comma >> to && play.PushBox(from, to);
-        case '=':
-            return play.Play(word.substr(1));
-        case 'z':
-            return play.Undo();
-        case 'y':
-            return play.Redo();
-        case 'Z':
-            return play.UndoPush();
-        case 'Y':
-            return play.RedoPush();
-        case 'R':
-            return play.Restart();
-        default:
-            return play.Step(DirectionOf(word[0]));
-    }
+    const std::map<char, std::function<bool()>> verbs = {
+        {'w', [&] { return rest >> to && play.Walk(to); }},
+        {'p', [&] { return rest >> from >> comma >> to && play.PushBox(from, to); }},
+        {'=', [&] { return play.Play(word.substr(1)); }},
+        {'z', [&] { return play.Undo(); }},
+        {'y', [&] { return play.Redo(); }},
+        {'Z', [&] { return play.UndoPush(); }},
+        {'Y', [&] { return play.RedoPush(); }},
+        {'R', [&] { return play.Restart(); }},
+    };
+    const auto verb = verbs.find(word[0]);
+    return verb != verbs.end() ? verb->second() : play.Step(DirectionOf(word[0]));
 }
 
 struct Script {
@@ -150,22 +143,14 @@ TEST(HandPlay, TheEdgeIsAWallAndOtherMenAreFloor) {
 
 // One word: f b a move, F B to the next and the last push, 0 $ the ends, s<k> a place.
 bool Go(ReplayCursor& cursor, const std::string& word) {
-    switch (word[0]) {
-        case 'f':
-            return cursor.Forward();
-        case 'b':
-            return cursor.Seek(cursor.At() - 1);
-        case 'F':
-            return cursor.ForwardPush();
-        case 'B':
-            return cursor.BackPush();
-        case '0':
-            return cursor.First();
-        case '$':
-            return cursor.Last();
-        default:
-            return cursor.Seek(std::stoll(word.substr(1)));
-    }
+    const std::map<char, bool (ReplayCursor::*)()> verbs = {
+        {'f', &ReplayCursor::Forward},  {'F', &ReplayCursor::ForwardPush},
+        {'B', &ReplayCursor::BackPush}, {'0', &ReplayCursor::First},
+        {'$', &ReplayCursor::Last},
+    };
+    if (word[0] == 'b') return cursor.Seek(cursor.At() - 1);
+    if (word[0] == 's') return cursor.Seek(std::stoll(word.substr(1)));
+    return (cursor.*verbs.at(word[0]))();
 }
 
 TEST(ReplayCursor, OnePositionInALine) {

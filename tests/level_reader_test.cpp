@@ -257,6 +257,13 @@ TEST(LevelReader, AsksForEachInvalidCharacter) {
         {"cut short by a wall", "#\xE2\x82#", {"\xE2", "\x82"}, "#  #|"},
         {"cut short by the end", "##\xF0\x9F", {"\xF0", "\x9F"}, "##|"},
         {"overlong", "#\xC0\xAF#", {"\xC0", "\xAF"}, "#  #|"},
+        {"overlong, of three", "#\xE0\x9F\xBF#", {"\xE0", "\x9F", "\xBF"}, "#   #|"},
+        {"overlong, of four", "#\xF0\x8F\xBF\x80#", {"\xF0", "\x8F", "\xBF", "\x80"}, "#    #|"},
+        {"first and last of each length",
+         "#\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF#",
+         {"\xC2\x80", "\xDF\xBF", "\xE0\xA0\x80", "\xEF\xBF\xBF", "\xF0\x90\x80\x80",
+          "\xF4\x8F\xBF\xBF"},
+         "#      #|"},
         {"surrogate", "#\xED\xA0\x80#", {"\xED", "\xA0", "\x80"}, "#   #|"},
         {"beyond the last", "#\xF4\x90\x80\x80#", {"\xF4", "\x90", "\x80", "\x80"}, "#    #|"},
         {"- without a wall", "@-_$", {"-", "_"}, ""},
@@ -322,6 +329,8 @@ TEST(LevelReader, WordsOfTheQuestion) {
     EXPECT_EQ(InvalidCharText("x"), "Invalid char 'x' in Xsb; Assumed Space");
     EXPECT_EQ(InvalidCharText("\xC3\xA9"), "Invalid char '\xC3\xA9' in Xsb; Assumed Space");
     EXPECT_EQ(InvalidCharText("\x1b"), "Invalid char '\\x1b' in Xsb; Assumed Space");
+    EXPECT_EQ(InvalidCharText("\xC2\x85"), "Invalid char '\\u0085' in Xsb; Assumed Space");
+    EXPECT_EQ(InvalidCharText("\xC2\xA0"), "Invalid char '\xC2\xA0' in Xsb; Assumed Space");
     EXPECT_EQ(InvalidCharText("\xFF"), "Invalid char '\\xff' in Xsb; Assumed Space");
 }
 

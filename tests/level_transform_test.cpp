@@ -235,39 +235,5 @@ TEST(Transform, KnowsALevelAgain) {
     EXPECT_FALSE(SameLevel(BoardOf("##"), BoardOf("#")));
 }
 
-// The fewest pushes that solve the board, by a solution that was played through.
-int FewestPushes(const Board& board) {
-    Solver solver;
-    EXPECT_TRUE(solver.ApplySizes({20000, 4, 60}).Ok);
-    test::SearchLevel(solver, board);
-    solver.BuildSolutions();
-    EXPECT_EQ(test::KeptFault(solver, board), "");
-    return solver.Kept(1)->SolPushes;
-}
-
-// Wherever a level stands and however it is turned, it takes the same pushes.
-TEST(Transform, ALevelStaysAsHardAsItWas) {
-    const char* level =
-        "#######\n"
-        "#  #  ###\n"
-        "# $ $ ..#\n"
-        "#  ## # #\n"
-        "##  $@ .#\n"
-        " #  ## ##\n"
-        " #     #\n"
-        " #######\n";
-    Board board = BoardOf(level);
-    const int pushes = FewestPushes(board);
-    ASSERT_EQ(pushes, 12);
-    for (const int shift : {4, 1, 2, 4, 3, 0}) {
-        ShiftBoard(board, shift);
-        EXPECT_EQ(FewestPushes(board), pushes) << "shift " << shift;
-    }
-    for (const int button : {0, 1, 2, 3, 4, 0, 0, 2, 1}) {
-        ASSERT_TRUE(MirrorRotate(board, button));
-        EXPECT_EQ(FewestPushes(board), pushes) << "button " << button;
-    }
-}
-
 }  // namespace
 }  // namespace kavit

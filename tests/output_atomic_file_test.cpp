@@ -95,16 +95,6 @@ TEST_F(AtomicFile, FailuresNameFileAndReasonAndLeaveNothing) {
     EXPECT_EQ(temp_.Read("file"), "old");
 }
 
-// Runs `body` in a child process; returns its wait status.
-template <typename Body>
-int InChild(Body body) {
-    const pid_t child = fork();
-    if (child == 0) _exit(body());
-    int status = -1;
-    waitpid(child, &status, 0);
-    return status;
-}
-
 TEST_F(AtomicFile, ADiskThatFillsUpKeepsTheOldFile) {
     const fs::path file = folder_ / "a.sol";
     ASSERT_EQ(WriteWholeFile(file, "old"), "");
@@ -155,17 +145,14 @@ TEST_F(AtomicFile, PermissionsAreRespected) {
     fs::permissions(locked, fs::perms{0555});
     fs::permissions(folder_, fs::perms{0777});
     constexpr uid_t kNobody = 65534;
+    const auto denied = [](const fs::path& file) {
+        return WriteWholeFile(file, "x").find("denied") != std::string::npos;
+    };
     // Without the rights of an administrator, which the tests may run with.
-    const int status = InChild([&] {
-        if (geteuid() == 0 && setuid(kNobody) != 0) return 8;
-        int faults = 0;
-        if (WriteWholeFile(folder_ / "read-only", "x").find("denied") == std::string::npos)
-            ++faults;
-        if (WriteWholeFile(locked / "a.sol", "x").find("denied") == std::string::npos) faults += 2;
-        if (!WriteWholeFile(folder_ / "other", "x").empty()) faults += 4;
-        return faults;
-    });
-    EXPECT_EQ(WEXITSTATUS(status), 0);
+    EXPECT_EXIT(_exit((geteuid() == 0 && setuid(kNobody) != 0 ? 8 : 0) +
+                      (denied(folder_ / "read-only") ? 0 : 1) + (denied(locked / "a.sol") ? 0 : 2) +
+                      (WriteWholeFile(folder_ / "other", "x").empty() ? 0 : 4)),
+                testing::ExitedWithCode(0), "");
     EXPECT_EQ(temp_.Read("read-only"), "old");
     fs::permissions(locked, fs::perms{0777});
 }
