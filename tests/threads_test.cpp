@@ -78,6 +78,27 @@ TEST(Threads, CountAndStoreTheSame) {
     }
 }
 
+TEST(Threads, CountTheSameForTheFewestMovesOfAll) {
+    std::thread([] {}).join();
+    const std::int64_t before = ThreadsHere();
+    Solver solver;
+    ASSERT_TRUE(solver.ApplySizes({60000, 8, 300}).Ok);
+    for (const int endAt : {0, 20000}) {
+        std::string one;
+        for (const int threads : {1, 2, 3, 8}) {
+            SolverHooks none;
+            (void)WholeText(solver, Example("05-crossing"),
+                            {.OptLevel = OptLevel::FewestOfAll, .Threads = threads}, none);
+            Watch hooks(endAt);
+            (void)solver.FewestMoves(hooks);
+            const std::string text = KeptText(solver) + std::to_string(hooks.Yields);
+            if (threads == 1) one = text;
+            EXPECT_EQ(text, one) << threads;
+            EXPECT_EQ(hooks.Most, before + threads - 1);
+        }
+    }
+}
+
 TEST(Threads, SmallLevelsStartNone) {
     Solver solver;
     ASSERT_TRUE(solver.ApplySizes({1000, 8, 300}).Ok);

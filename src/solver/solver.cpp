@@ -13,6 +13,7 @@
 #include "solver/moves/prove_moves.h"
 #include "solver/search/recount.h"
 #include "solver/search/search.h"
+#include "solver/search/worth_threads.h"
 #include "solver/store/store_size.h"
 
 namespace kavit {
@@ -141,6 +142,10 @@ Result Solver::AnalyseBoard(const Board& board, const SolverOptions& options) {
     return Result::Ok;
 }
 
+void SetWorthThreads(Solver& solver, int chunks) {
+    solver.state_->WorthThreads = chunks;
+}
+
 Result Solver::Search(SolverHooks& hooks) {
     state_->Need({SolverState::Analysed}, "No level has been analysed for this search");
     state_->Stage = SolverState::Ended;  // also when a fault ends it
@@ -213,8 +218,8 @@ Result Solver::FewestMoves(SolverHooks& hooks) {
     counters.MovesLowerBound = state_->Kept[1]->SolPushes;
     FewestAnswer answer;
     try {
-        answer = SearchFewestMoves(state_->Arrays, state_->Store.Lend(), best->SolMoves, counters,
-                                   hooks);
+        answer = SearchFewestMoves(state_->Arrays, state_->Store.Lend(), best->SolMoves,
+                                   {counters.Threads, state_->WorthThreads}, counters, hooks);
     } catch (const std::bad_alloc&) {
         return Result::OutOfMemory;
     }

@@ -94,6 +94,7 @@ class Solver {
     [[nodiscard]] const LayerTables& Layers() const;
 
   private:
+    friend void SetWorthThreads(Solver& solver, int chunks);  // search/worth_threads.h
     struct State;
     std::unique_ptr<State> state_;
 };

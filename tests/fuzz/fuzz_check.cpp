@@ -5,6 +5,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "solver/search/worth_threads.h"
 #include "support/levels.h"
 #include "support/plain_oracle.h"
 
@@ -189,6 +190,7 @@ FuzzFailure CheckCase(const FuzzCase& fuzzCase, FuzzTally& tally) {
     ++tally.Cases;
     try {
         Solver solver;
+        SetWorthThreads(solver, 1);
         std::string first;
         for (const FuzzSolve& solve : fuzzCase.Solves) {
             const std::string text = SolveAndCheck(solver, solve, tally);

@@ -5,7 +5,7 @@
 #include <cassert>
 
 #include "solver/board/board_shape.h"
-#include "solver/moves/fewest_moves_offers.h"
+#include "solver/moves/fewest_moves_wave.h"
 
 namespace kavit {
 
@@ -13,7 +13,6 @@ namespace {
 
 constexpr int kForward = 0;
 constexpr int kBackward = 1;
-constexpr int kTakenAtOnce = 64;    // positions whose neighbours are made before any is looked up
 constexpr std::size_t kAhead = 16;  // offers whose rows are on their way
 constexpr std::int32_t kProgressStep = 5000;
 
@@ -21,7 +20,7 @@ template <typename Set>
 class FewestSearch {
   public:
     FewestSearch(const Grid& grid, const BoardArrays& arrays, const LentMemory& memory, int known,
-                 SearchCounters& counters, SolverHooks& hooks)
+                 const ChunkThreads& threads, SearchCounters& counters, SolverHooks& hooks)
         : grid_(grid),
           bound_(MakeMovesBound(grid, arrays)),
           counters_(counters),
@@ -30,9 +29,9 @@ class FewestSearch {
           block_(memory.Rows, memory.RowBytes),
           table_(memory, block_, boxes_ + 1),
           chunks_(block_),
-          maker_(grid_, bound_),
-          offers_(boxes_ + 1),
-          best_(known) {
+          best_(known),
+          wave_(grid_, bound_, table_, boxes_),
+          ring_(wave_, threads) {
         start_.Man = grid.CellToBit[static_cast<std::size_t>(arrays.ManStart)];
         for (const int bit : grid.InsideBits)
             if (arrays.BoxStart[static_cast<std::size_t>(
@@ -73,13 +72,11 @@ class FewestSearch {
 
     Result Search() {
         if (!OfferEnds()) return Result::OutOfMemory;
+        ring_.Begin();
         while (passed_[0] + passed_[1] < Limit()) {
-            const int side = waiting_[kForward] <= waiting_[kBackward] ? kForward : kBackward;
-            while (!Queue(side).Empty(Passed(side))) {
-                if (!TakeSome(side)) return Result::Stopped;
-                if (!StoreOffers(side)) return Result::OutOfMemory;
-            }
-            Passed(side) += 1;
+            const bool forward = Queue(kForward).Waiting() <= Queue(kBackward).Waiting();
+            const Result result = PassValue(forward ? kForward : kBackward);
+            if (result != Result::GoOn) return result;
             RaiseBound();
         }
         return Result::GoOn;
@@ -93,55 +90,44 @@ class FewestSearch {
     }
     // The start, and the solved positions.
     bool OfferEnds() {
-        OfferEnd(start_);
-        if (!StoreOffers(kForward)) return false;
-        for (const int man : bound_.ManEnds) OfferEnd({grid_.GoalBits, man});
-        return StoreOffers(kBackward);
+        MovesOffers ends(boxes_ + 1);
+        OfferEnd(start_, ends);
+        if (!StoreOffers(kForward, ends)) return false;
+        ends.Begin(0);
+        for (const int man : bound_.ManEnds) OfferEnd({grid_.GoalBits, man}, ends);
+        return StoreOffers(kBackward, ends);
     }
-    void OfferEnd(const MovesPosition& position) {
+    void OfferEnd(const MovesPosition& position, MovesOffers& ends) {
         std::vector<std::uint8_t> key;
         const std::uint64_t mix = position.Write(grid_, key);
-        std::copy(key.begin(), key.end(), offers_.Add({mix, Worth(position), 0}));
+        std::copy(key.begin(), key.end(), ends.Add({mix, Worth(position), 0}));
     }
 
-    // Takes on positions of the side's bucket and makes their offers. False: the search is stopped.
-    bool TakeSome(int side) {
-        const int value = Passed(side);
-        takenCount_ = 0;
-        while (takenCount_ < taken_.size() && !Queue(side).Empty(value)) {
-            const std::int32_t pos = Queue(side).Take(value);
-            waiting_[static_cast<std::size_t>(side)] -= 1;
-            assert(waiting_[static_cast<std::size_t>(side)] >= 0);
-            table_.PrefetchRow(pos);
-            taken_[takenCount_++] = pos;
+    // Takes on the positions of the side with the value that it is at, and what they bring with the
+    // same one. GoOn when all are done, else what ended it.
+    Result PassValue(int side) {
+        wave_.Begin(Queue(side), side, Passed(side));
+        for (int slot = ring_.Next(); slot != ChunkRing::kNone; slot = ring_.Next()) {
+            const MovesOffers& offers = wave_.In(slot);
+            for (std::size_t i = 0; i < offers.Positions(); ++i) {
+                hooks_.Yield();
+                if (hooks_.Stopping()) return Result::Stopped;
+            }
+            if (!StoreOffers(side, offers)) return Result::OutOfMemory;
         }
-        for (std::size_t i = 0; i < takenCount_; ++i) {
-            const std::int32_t pos = taken_[i];
-            // Taken on before, with fewer moves than when it was put here.
-            if (table_.Expanded(pos, side)) continue;
-            hooks_.Yield();
-            if (hooks_.Stopping()) return false;
-            const int moves = table_.Moves(pos, side);
-            assert(moves < MovesTable::kUnknown);
-            table_.SetExpanded(pos, side);
-            if (side == kForward)
-                maker_.MakePushes(table_.Key(pos), boxes_, moves, offers_);
-            else
-                maker_.MakePulls(table_.Key(pos), boxes_, moves, offers_);
-        }
-        return true;
+        Passed(side) += 1;
+        return Result::GoOn;
     }
 
     // False: the memory is full.
-    bool StoreOffers(int side) {
-        const std::size_t count = offers_.Count();
+    bool StoreOffers(int side, const MovesOffers& offers) {
+        const std::size_t count = offers.Count();
         counters_.FewestOffers += static_cast<std::int64_t>(count);
-        for (std::size_t i = 0; i < count; ++i) table_.PrefetchHome(offers_[i].Mix);
+        for (std::size_t i = 0; i < count; ++i) table_.PrefetchHome(offers[i].Mix);
         for (std::size_t i = 0; i < count; ++i) {
-            if (i + kAhead < count) table_.PrefetchFound(offers_[i + kAhead].Mix);
-            if (!StoreOffer(side, offers_[i], offers_.Key(i))) return false;
+            if (i + kAhead < count) table_.PrefetchFound(offers[i + kAhead].Mix);
+            if (!StoreOffer(side, offers[i], offers.Key(i))) return false;
         }
-        offers_.Clear();
         if (table_.Count() - counters_.FewestPositions >= kProgressStep) {
             counters_.FewestPositions = table_.Count();
             hooks_.ShowProgress(table_.Count());
@@ -168,7 +154,6 @@ class FewestSearch {
             meeting_ = pos;
         }
         if (!open) return true;
-        waiting_[static_cast<std::size_t>(side)] += 1;
         return Queue(side).Add(value, pos);
     }
 
@@ -185,8 +170,6 @@ class FewestSearch {
     MovesTable table_;
     BucketQueue::Chunks chunks_;
     std::vector<BucketQueue> queues_;
-    MovesMaker<Set> maker_;
-    MovesOffers offers_;
 
     MovesPosition start_;
     int startWorth_ = 0;
@@ -194,18 +177,20 @@ class FewestSearch {
     int best_;
     std::int32_t meeting_ = 0;  // the position that the best solution goes through
     std::array<int, 2> passed_{};
-    std::array<std::int64_t, 2> waiting_{};  // in the queues, some of them more than once
-    std::array<std::int32_t, kTakenAtOnce> taken_{};
-    std::size_t takenCount_ = 0;
+
+    MovesWave<Set> wave_;
+    ChunkRing ring_;  // the last: its threads read all of the above
 };
 
 }  // namespace
 
 FewestAnswer SearchFewestMoves(const BoardArrays& arrays, const LentMemory& memory, int known,
-                               SearchCounters& counters, SolverHooks& hooks) {
+                               const ChunkThreads& threads, SearchCounters& counters,
+                               SolverHooks& hooks) {
     const Grid grid(arrays);
     return WithSetOf(grid.BoardShape, [&](auto set) {
-        return FewestSearch<decltype(set)>(grid, arrays, memory, known, counters, hooks).Run();
+        return FewestSearch<decltype(set)>(grid, arrays, memory, known, threads, counters, hooks)
+            .Run();
     });
 }
 

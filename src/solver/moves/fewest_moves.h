@@ -8,6 +8,7 @@
 #include "solver/hooks.h"
 #include "solver/moves/fewest_moves_table.h"
 #include "solver/moves/fewest_moves_trace.h"
+#include "solver/search/chunk_ring.h"
 
 // The fewest man moves of any solution, whatever its pushes.
 //
@@ -44,6 +45,12 @@
 //    in the table, and not new.
 //  - Positions taken on once are not taken on again: their moves are the fewest.
 //
+// Any number of threads. A position that is taken on has its fewest moves, and its boxes and man
+// never change, so that its neighbours can be made by anybody (fewest_moves_wave.h); they are
+// stored by one thread, in the order in which the positions were taken on. Chunks of 64 are taken
+// on up to 32 ahead of the one that is stored, with one thread as with many: what is stored, and
+// when the best solution is found, depends on that order and on nothing else.
+//
 // What it costs: a row of 4 bytes and the key for a position, a fill for each position taken on
 // (one for each pull backward), and a look at the table for each offer. Against one side by moves
 // plus a bound, it needs a third of the positions of larger levels and a fortieth of some. What was
@@ -61,9 +68,10 @@ struct FewestAnswer {
 
 // `known`: the moves of the best solution so far, below MovesTable::kUnknown. The level of the
 // arrays has a solution. While it runs, MovesLowerBound rises, and FewestPositions and FewestOffers
-// are counted; Yield is called at every position taken on, ShowProgress every 5000 positions.
+// are counted; Yield is called once for every position taken on, before what comes of it is stored,
+// ShowProgress every 5000 positions. Threads are gone when it returns.
 [[nodiscard]] FewestAnswer SearchFewestMoves(const BoardArrays& arrays, const LentMemory& memory,
-                                             int known, SearchCounters& counters,
-                                             SolverHooks& hooks);
+                                             int known, const ChunkThreads& threads,
+                                             SearchCounters& counters, SolverHooks& hooks);
 
 }  // namespace kavit

@@ -23,10 +23,13 @@ class MovesOffers {
 
     explicit MovesOffers(int keyLength) : stride_(static_cast<std::size_t>(keyLength)) {}
 
-    void Clear() {
+    // Empties it for the neighbours of so many positions.
+    void Begin(std::size_t positions) {
+        positions_ = positions;
         offers_.clear();
         keys_.clear();
     }
+    [[nodiscard]] std::size_t Positions() const { return positions_; }
     [[nodiscard]] std::size_t Count() const { return offers_.size(); }
     [[nodiscard]] const Offer& operator[](std::size_t i) const {
         assert(i < offers_.size());
@@ -45,6 +48,7 @@ class MovesOffers {
 
   private:
     std::size_t stride_;
+    std::size_t positions_ = 0;
     std::vector<Offer> offers_;
     std::vector<std::uint8_t> keys_;
 };

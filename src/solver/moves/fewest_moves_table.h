@@ -184,41 +184,54 @@ class BucketQueue {
     };
 
     BucketQueue(Chunks& chunks, int buckets)
-        : chunks_(&chunks), heads_(static_cast<std::size_t>(buckets), nullptr) {}
+        : chunks_(&chunks), buckets_(static_cast<std::size_t>(buckets)) {}
 
-    [[nodiscard]] bool Empty(int bucket) const {
-        assert(bucket >= 0 && static_cast<std::size_t>(bucket) < heads_.size());
-        return heads_[static_cast<std::size_t>(bucket)] == nullptr;
+    // What waits in all buckets, and in one of them.
+    [[nodiscard]] std::int64_t Waiting() const { return waiting_; }
+    [[nodiscard]] std::int64_t Waiting(int bucket) const {
+        assert(bucket >= 0 && static_cast<std::size_t>(bucket) < buckets_.size());
+        return buckets_[static_cast<std::size_t>(bucket)].Waiting;
     }
     // False when the memory is full.
     [[nodiscard]] bool Add(int bucket, std::int32_t pos) {
-        assert(bucket >= 0 && static_cast<std::size_t>(bucket) < heads_.size());
-        Chunks::Chunk*& head = heads_[static_cast<std::size_t>(bucket)];
-        if (head == nullptr || head->Count == std::size(head->Waiting)) {
+        assert(bucket >= 0 && static_cast<std::size_t>(bucket) < buckets_.size());
+        Bucket& to = buckets_[static_cast<std::size_t>(bucket)];
+        if (to.Head == nullptr || to.Head->Count == std::size(to.Head->Waiting)) {
             Chunks::Chunk* chunk = chunks_->Take();
             if (chunk == nullptr) return false;
-            *chunk = {head, 0, {}};
-            head = chunk;
+            *chunk = {to.Head, 0, {}};
+            to.Head = chunk;
         }
-        head->Waiting[head->Count++] = pos;
+        to.Head->Waiting[to.Head->Count++] = pos;
+        ++to.Waiting;
+        ++waiting_;
         return true;
     }
     // The one that came last; the bucket must not be empty.
     [[nodiscard]] std::int32_t Take(int bucket) {
-        assert(!Empty(bucket) && heads_[static_cast<std::size_t>(bucket)]->Count > 0);
-        Chunks::Chunk*& head = heads_[static_cast<std::size_t>(bucket)];
-        const std::int32_t pos = head->Waiting[--head->Count];
-        if (head->Count == 0) {
-            Chunks::Chunk* used = head;
-            head = used->Next;
+        assert(Waiting(bucket) > 0);
+        Bucket& from = buckets_[static_cast<std::size_t>(bucket)];
+        assert(from.Head != nullptr && from.Head->Count > 0);
+        const std::int32_t pos = from.Head->Waiting[--from.Head->Count];
+        if (from.Head->Count == 0) {
+            Chunks::Chunk* used = from.Head;
+            from.Head = used->Next;
             chunks_->Give(used);
         }
+        --from.Waiting;
+        --waiting_;
         return pos;
     }
 
   private:
+    struct Bucket {
+        Chunks::Chunk* Head = nullptr;
+        std::int64_t Waiting = 0;
+    };
+
     Chunks* chunks_;
-    std::vector<Chunks::Chunk*> heads_;
+    std::vector<Bucket> buckets_;
+    std::int64_t waiting_ = 0;
 };
 
 }  // namespace kavit

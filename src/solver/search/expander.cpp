@@ -56,7 +56,10 @@ class LookAhead {
 // Ends a job however it is left.
 class JobGuard {
   public:
-    JobGuard(ChunkRing& ring, const ExpandJob& job) : ring_(ring) { ring.Begin(job); }
+    JobGuard(OfferMaker& maker, ChunkRing& ring, const ExpandJob& job) : ring_(ring) {
+        maker.SetJob(job);
+        ring.Begin();
+    }
     ~JobGuard() { ring_.End(); }
     JobGuard(const JobGuard&) = delete;
     JobGuard& operator=(const JobGuard&) = delete;
@@ -75,22 +78,23 @@ Expander::Expander(SearchState& state)
     : state_(state),
       grid_(state.Arrays),
       walks_(MakeManWalks(grid_, state.Store.KeyLength() - 1)),
-      ring_(state.Store, grid_, ThreadsOf(state.Options)) {
+      maker_(state.Store, grid_),
+      ring_(maker_, {ThreadsOf(state.Options), state.WorthThreads}) {
     state.Counters.Threads = ThreadsOf(state.Options);
 }
 
 Result Expander::Expand(const ExpandJob& job) {
     assert(job.Side == kForwTag || job.Side == kBackTag);
-    const JobGuard guard(ring_, job);
-    while (OfferChunk* chunk = ring_.Next()) {
-        const Result result = StoreChunk(*chunk, job);
+    const JobGuard guard(maker_, ring_, job);
+    for (int slot = ring_.Next(); slot != ChunkRing::kNone; slot = ring_.Next()) {
+        const Result result = StoreChunk(maker_.In(slot), job);
         if (result != Result::GoOn) return result;
     }
     return Result::GoOn;
 }
 
 Result Expander::OfferStart(const StartOffer& start) {
-    OfferChunk& chunk = ring_.MakeStart(state_.Arrays, start);
+    OfferChunk& chunk = maker_.MakeStart(state_.Arrays, start);
     assert(chunk.Count() == 1);
     return state_.Store.WithTable([&](const auto& table) {
         return StorePos(state_, table, chunk.At(0), chunk.KeyOf(0), -1, start.Tag, *walks_);
@@ -112,7 +116,7 @@ Result Expander::StoreChunk(OfferChunk& chunk, const ExpandJob& job) {
             }
             if (run.Made || run.Pos < 1 || !state_.Store.OnPath(run.Pos)) continue;
             // It has come onto a path since the chunk was made.
-            OfferChunk& late = ring_.MakeOne(run.Pos, job.Side);
+            OfferChunk& late = maker_.MakeOne(run.Pos, job.Side);
             assert(&late != &chunk);
             for (int i = 0; i < late.Count(); ++i) {
                 const Result result =
@@ -129,16 +133,17 @@ bool Expander::FindLinks(const std::vector<std::int32_t>& positions, std::uint8_
     if (positions.empty()) return true;
     assert(run.Top >= 1 && run.Top <= run.End && run.End <= state_.Counters.BucketCnt);
     const auto last = static_cast<std::int32_t>(positions.size()) - 1;
-    const JobGuard guard(ring_, {.Side = side, .End = last, .List = &positions});
+    const JobGuard guard(maker_, ring_, {.Side = side, .End = last, .List = &positions});
     std::size_t near = 0;
-    while (OfferChunk* chunk = ring_.Next()) {
-        for (std::size_t i = 0; i < chunk->Parents().size(); ++i) {
+    for (int slot = ring_.Next(); slot != ChunkRing::kNone; slot = ring_.Next()) {
+        OfferChunk& chunk = maker_.In(slot);
+        for (std::size_t i = 0; i < chunk.Parents().size(); ++i) {
             state_.Hooks->Yield();
             if (state_.Hooks->Stopping()) return false;
         }
         state_.Store.WithTable(
-            [&](const auto& table) { LookUp(table, *chunk, side, run, near, links); });
-        near += chunk->Parents().size();
+            [&](const auto& table) { LookUp(table, chunk, side, run, near, links); });
+        near += chunk.Parents().size();
     }
     assert(near == positions.size());
     return true;

@@ -7,6 +7,7 @@
 #include "level/result.h"
 #include "solver/search/chunk_ring.h"
 #include "solver/search/man_walks.h"
+#include "solver/search/offer_maker.h"
 #include "solver/search/search_state.h"
 
 namespace kavit {
@@ -20,7 +21,7 @@ struct Link {
 };
 
 // Expands positions of the level in state.Arrays, whose store has been cleared for it: has their
-// offers made (chunk_ring.h) and stores or looks them up in order. Whatever a caller can see, the
+// offers made (offer_maker.h) and stores or looks them up in order. Whatever a caller can see, the
 // hooks included, happens on his thread.
 class Expander {
   public:
@@ -49,6 +50,7 @@ class Expander {
     SearchState& state_;
     Grid grid_;
     std::unique_ptr<ManWalks> walks_;
+    OfferMaker maker_;
     ChunkRing ring_;
 };
 

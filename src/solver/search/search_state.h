@@ -20,6 +20,8 @@ struct SearchState {
     // The level in force: Options.OptLevel, and None while the start positions are stored.
     kavit::OptLevel OptLevel = kavit::OptLevel::None;
     SolverHooks* Hooks = nullptr;
+    // So many chunks of positions must wait before other threads come in: a thousand positions.
+    std::int32_t WorthThreads = 8;
 
     BoardArrays Arrays;
     PositionStore Store;
