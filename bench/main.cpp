@@ -5,7 +5,9 @@
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
+#include <string>
 #include <thread>
+#include <vector>
 
 #include "cases.h"
 #include "fewest_table.h"
@@ -14,11 +16,11 @@
 #include "store_sizes.h"
 
 int main(int argc, char** argv) {
-    // Takes the options that are the library's (--benchmark_...) out of the list.
-    benchmark::Initialize(&argc, argv);
     CLI::App app(
         "Measures the solver. Without an option: speed with one thread and with all, beside the "
-        "plain twin.\nRepetitions, filters and JSON: see --benchmark_help.");
+        "plain twin.\nRepetitions, filters and JSON are the library's: --benchmark_repetitions=N "
+        "and others.");
+    app.allow_extras();
     kavit::bench::SpeedWishes wishes;
     bool noTwin = false;
     bool fingerprint = false;
@@ -40,6 +42,14 @@ int main(int argc, char** argv) {
     app.add_flag("--store-sizes", storeSizes, "What an offer costs by the size of the store");
     app.add_option("--largest", largest, "Most positions of that");
     CLI11_PARSE(app, argc, argv);
+    // What is left must be options of the library (--benchmark_...).
+    std::vector<std::string> left = app.remaining();
+    std::vector<char*> words = {argv[0]};
+    for (std::string& word : left) words.push_back(word.data());
+    int wordCount = static_cast<int>(words.size());
+    words.push_back(nullptr);
+    benchmark::Initialize(&wordCount, words.data());
+    if (benchmark::ReportUnrecognizedArguments(wordCount, words.data())) return 1;
     wishes.Twin = !noTwin;
     if (wishes.Threads.empty()) {
         wishes.Threads = {1};
