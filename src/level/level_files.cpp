@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
+#include "level/digit.h"
 #include "level/without_case.h"
 
 namespace kavit {
@@ -10,10 +11,6 @@ namespace kavit {
 namespace fs = std::filesystem;
 
 namespace {
-
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 // Takes the digits that `text` starts with, without leading zeros.
 std::string_view TakeNumber(std::string_view& text) {

@@ -1,4 +1,5 @@
 #include "level/moves_text.h"
+#include "level/digit.h"
 
 #include <algorithm>
 
@@ -8,10 +9,6 @@ namespace {
 
 constexpr std::string_view kLetters = "lurdLURD";
 constexpr int kDeepest = 20;  // groups within groups
-
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
 
 class Expansion {
   public:
