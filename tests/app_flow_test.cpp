@@ -569,6 +569,11 @@ TEST_F(FlowTest, WhatASearchShows) {
     EXPECT_NE(flow.Now().Debug.find("; fewest moves proved"), std::string::npos);
     EXPECT_EQ(flow.Now().Timer, "12/300");
     EXPECT_FALSE(flow.Now().Solving);
+    // A board that is refused never shows STOP.
+    flow.View.OnReport = [&](SolveReport&) { during = flow.View.Buttons() + flow.Now().Title; };
+    flow.Play("open:strange solve");
+    EXPECT_EQ(during, "SOLVE -ANIM CLEARkavit strange");
+    EXPECT_EQ(flow.Now().Debug + flow.Now().Closing, "1 box and 0 goals");
     flow.Run([](Model& m) {
         SolveProgress progress;
         progress.Positions = 5000;

@@ -18,7 +18,7 @@ void Desk::Show() {
     Screen.BoxVisible = HasBox(Now());
     Screen.BoxReadOnly = Now() == State::ShowingText;
     Screen.Editing = IsEditing(Now());
-    Screen.Solving = Now() == State::Solving;
+    Screen.Solving = IsSolving(Now());
     Screen.Playing = IsPlaying(Now());
     view_.Show(Screen);
 }

@@ -31,6 +31,8 @@ void Model::SolveClicked() {
             return Solve.Start();
         case State::Solving:
             return Solve.Stop();
+        case State::Checking:  // that is over at once
+            return;
         case State::OutOfMemory:
             return Solve.LeaveOutOfMemory();
         case State::ShowingText:
@@ -56,7 +58,7 @@ void Model::AnimReleased(bool left) {
 
 // Escape leaves the innermost thing that is going on.
 void Model::EscapePressed() {
-    if (desk_.Now() == State::Solving) {
+    if (IsSolving(desk_.Now())) {
         Solve.Stop();
     } else if (IsPlaying(desk_.Now())) {
         Solution.AnimReleased(true);

@@ -56,7 +56,7 @@ void SolutionControl::WriteTo(const std::filesystem::path& file) {
 
 void SolutionControl::Copy() {
     if (!Known()) {
-        if (desk_.Now() != State::Solving) desk_.Screen.Right = "Nothing to Show";
+        if (!IsSolving(desk_.Now())) desk_.Screen.Right = "Nothing to Show";
         return;
     }
     desk_.Window().SetClipboard(Chosen().SolString);

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <utility>
 
+#include "level/refusal.h"
 #include "level/steps.h"
 #include "level/transform.h"
 #include "output/closing_block.h"
@@ -25,12 +26,19 @@ std::string DetailsOf(const SolveProgress& p) {
     return text;
 }
 
+// What is wrong with a board that was refused, by row and column.
+std::string ReasonOf(const SolveReport& report) {
+    std::string text;
+    for (const Refusal& refusal : WhyRefused(report.Request.Level))
+        text += (text.empty() ? "" : "; ") + refusal.Text;
+    return text;
+}
+
 }  // namespace
 
 void SolveControl::StartFrom(const Board& board, Purpose purpose, Then then) {
     OpenLevel& level = levels_.Level();
     if (level.Bad) return;
-    desk_.Screen.Title = "Solving " + level.Name();
     solution_.Forget();
     SolveRequest request;
     request.Level = board;
@@ -39,13 +47,9 @@ void SolveControl::StartFrom(const Board& board, Purpose purpose, Then then) {
     if (purpose == Purpose::Level) level.Board.ManPos = request.Level.ManPos;
     purpose_ = purpose;
     then_ = std::move(then);
-    desk_.Fire(Event::SearchBegun);
+    desk_.Fire(Event::SolveAsked);
     desk_.ShowBoard(board);
-    if (purpose != Purpose::Probe) desk_.ShowMsg(Result::Ok);
-    desk_.ClearLabels();
-    desk_.Screen.Progress = 0;
     begun_ = clock_();
-    ShowElapsed();
 
     // What the report needs is taken now: nothing of it can change while the solve runs.
     request.Options = choices_.Options();
@@ -57,6 +61,18 @@ void SolveControl::StartFrom(const Board& board, Purpose purpose, Then then) {
     request.HideExpert = choices_.HideExpert();
     session_.ForgetStop();
     desk_.Window().StartSearch(session_, request);
+}
+
+// The search tells of itself at once, so the first thing heard of it means that the board was
+// taken.
+void SolveControl::Begun() {
+    if (desk_.Now() != State::Checking) return;
+    desk_.Fire(Event::SearchBegun);
+    desk_.Screen.Title = "Solving " + levels_.Level().Name();
+    if (purpose_ != Purpose::Probe) desk_.ShowMsg(Result::Ok);
+    desk_.ClearLabels();
+    desk_.Screen.Progress = 0;
+    ShowElapsed();
 }
 
 void SolveControl::Stop() {
@@ -71,7 +87,7 @@ void SolveControl::LeaveOutOfMemory() {
 }
 
 void SolveControl::WatchTick() {
-    if (desk_.Now() == State::Solving) ShowElapsed();
+    if (IsSolving(desk_.Now())) ShowElapsed();
 }
 
 void SolveControl::ShowElapsed() {
@@ -80,21 +96,25 @@ void SolveControl::ShowElapsed() {
 }
 
 void SolveControl::SearchSaid(const MessageLines& lines) {
+    Begun();
     if (purpose_ != Purpose::Probe) desk_.PutLines(lines);
 }
 
 void SolveControl::SearchCame(const SolveProgress& progress) {
+    Begun();
     desk_.Screen.Progress = progress.Positions;
     desk_.Screen.Debug = "Pos.Count = " + B(progress.Positions);
     desk_.Screen.Details = DetailsOf(progress);
 }
 
 void SolveControl::SideChanged(char side) {
+    Begun();
     if (!choices_.HideExpert()) desk_.Screen.Side = std::string(1, side);
 }
 
 void SolveControl::SearchEnded(const SolveReport& report) {
     const Then then = std::exchange(then_, nullptr);
+    if (!report.Refused()) Begun();
     ShowElapsed();
     desk_.SetTitle(levels_.Level().Name());
     if (purpose_ == Purpose::Probe) {
@@ -103,12 +123,12 @@ void SolveControl::SearchEnded(const SolveReport& report) {
         ShowEnd(report);
     }
     if (then) return then(report);
-    if (OnEnded && desk_.Now() != State::Solving) OnEnded(report);
+    if (OnEnded && !IsSolving(desk_.Now())) OnEnded(report);
 }
 
 void SolveControl::ShowEnd(const SolveReport& report) {
     desk_.PutLines(report.Lines);
-    ShowFigures(report.Counters);
+    ShowFigures(report);
     if (report.HasSolution()) {
         desk_.Fire(Event::SolutionFound);
         desk_.Screen.Progress = report.Counters.BucketCnt;
@@ -127,6 +147,7 @@ void SolveControl::ShowEnd(const SolveReport& report) {
     if (report.Refused()) {
         desk_.Fire(Event::CheckFailed);
         desk_.ClearLabels();
+        desk_.Screen.Debug = ReasonOf(report);
         if (report.Code == Result::TooManyBoxes && MayOffer()) OfferBlocks(report.Request.Level);
         return;
     }
@@ -175,8 +196,9 @@ void SolveControl::OfferMemory() {
 }
 
 // The solver keeps its layers until the next search.
-void SolveControl::ShowFigures(const SearchCounters& counters) {
-    desk_.Screen.Closing = ClosingBlock(counters, settings_.Values().Fields.NumPos);
+void SolveControl::ShowFigures(const SolveReport& report) {
+    desk_.Screen.Closing =
+        report.Refused() ? "" : ClosingBlock(report.Counters, settings_.Values().Fields.NumPos);
     const auto sizes = [](const LayerTables::Table& table) {
         std::vector<std::int64_t> positions;
         for (std::size_t layer = 1; layer < table.size(); ++layer) {

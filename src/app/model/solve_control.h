@@ -53,12 +53,13 @@ class SolveControl {
     void SearchEnded(const SolveReport& report);
 
   private:
+    void Begun();
     void ShowElapsed();
     void ShowEnd(const SolveReport& report);
     void OfferBlocks(const Board& level);
     void OfferMemory();
     [[nodiscard]] bool MayOffer() const;
-    void ShowFigures(const SearchCounters& counters);
+    void ShowFigures(const SolveReport& report);
 
     Desk& desk_;
     SettingsControl& settings_;

@@ -22,6 +22,7 @@ using enum Event;
 constexpr States kAny = ~States{0};
 constexpr States kStill = In(Solved, Paused, Replayed);  // a solution, and the board in sight
 constexpr States kDrawing = In(Editing, EditingBlank);
+constexpr States kBusy = In(Checking, Solving);
 
 struct Transition {
     States From;
@@ -42,12 +43,13 @@ constexpr Transition kTransitions[] = {
     {In(Empty, Blank), OptionChanged, Blank},
     {In(Ready, OutOfMemory, ShowingText, Importing) | kStill, OptionChanged, Ready},
 
-    {In(Ready, Blank), SearchBegun, Solving},
-    {In(Solving), CheckFailed, Ready},
-    {In(Solving), EndedWithout, Ready},
-    {In(Solving), MemoryRanOut, OutOfMemory},
+    {In(Ready, Blank), SolveAsked, Checking},
+    {In(Checking), SearchBegun, Solving},
+    {kBusy, CheckFailed, Ready},
+    {kBusy, EndedWithout, Ready},
+    {kBusy, MemoryRanOut, OutOfMemory},
     {In(OutOfMemory), MemoryLeft, Ready},
-    {In(Solving, Ready), SolutionFound, Solved},
+    {In(Ready) | kBusy, SolutionFound, Solved},
 
     {kStill, TextAsked, ShowingText},
     {In(ShowingText) | kStill, SetAside, Solved},
@@ -78,11 +80,11 @@ constexpr const char* kRunning = "Solver is running";
 constexpr const char* kAnimation = "Stop Animation first";
 
 constexpr Refusal kRefusals[] = {
-    {Need::Change, In(Solving), "Can't change; Solver is running"},
-    {Need::Levels, In(Solving), kRunning},
-    {Need::Edit, In(Solving), kRunning},
-    {Need::Hash, In(Solving), kRunning},
-    {Need::Exit, In(Solving), kRunning},
+    {Need::Change, kBusy, "Can't change; Solver is running"},
+    {Need::Levels, kBusy, kRunning},
+    {Need::Edit, kBusy, kRunning},
+    {Need::Hash, kBusy, kRunning},
+    {Need::Exit, kBusy, kRunning},
     {Need::Levels, In(Replaying, Halting), kAnimation},
     {Need::Edit, In(Replaying, Halting), kAnimation},
     {Need::Hash, In(Replaying, Halting), kAnimation},
@@ -99,6 +101,7 @@ constexpr Look kLooks[] = {
     {Empty, {"SOLVE", false, "ANIM", false, false}},
     {Blank, {"SOLVE", true, "ANIM", false, false}},
     {Ready, {"SOLVE", true, "ANIM", false, true}},
+    {Checking, {"SOLVE", true, "ANIM", false, true}},
     {Solving, {"STOP", true, "ANIM", false, false}},
     {OutOfMemory, {"STOP", true, "ANIM", false, false}},
     {Solved, {"TEXT", true, "ANIM", true, true}},

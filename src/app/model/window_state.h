@@ -13,7 +13,8 @@ enum class State : std::uint8_t {
     Empty,         // nothing was opened yet
     Blank,         // the board is empty, and may be solved all the same
     Ready,         // a level that can be solved
-    Solving,       // from the click on SOLVE to the report
+    Checking,      // SOLVE was pressed, and the board may still be refused
+    Solving,       // from the first sign of the search to the report
     OutOfMemory,   // the search filled the store; nothing runs
     Solved,        // a solution is there
     Replaying,     // it is played on the board
@@ -33,6 +34,7 @@ enum class Event : std::uint8_t {
     OptionChanged,  // a solution of before no longer counts
     Cleared,
     // A solve.
+    SolveAsked,
     SearchBegun,
     CheckFailed,  // the board was refused
     EndedWithout,
@@ -71,6 +73,10 @@ class StateMachine {
     State below_ = State::Empty;
 };
 
+// Another thread is at work for the board in sight.
+[[nodiscard]] constexpr bool IsSolving(State state) {
+    return state == State::Checking || state == State::Solving;
+}
 [[nodiscard]] constexpr bool IsEditing(State state) {
     return state == State::Editing || state == State::EditingBlank;
 }
