@@ -17,6 +17,7 @@ void EditorControl::Open() {
     desk_.Fire(Event::EditOpened);
     desk_.SetTitle("Editing");
     desk_.ShowMsg(Result::Editing);
+    desk_.ClearLabels();
     desk_.Screen.Progress = 0;
     dragging_ = false;
     man_ = Picture::ManDown;
@@ -65,6 +66,8 @@ void EditorControl::Take(const OpenLevel& (History<OpenLevel>::*step)()) {
 void EditorControl::Changed() {
     history_.Note(levels_.Level());
     drawn_ = true;
+    desk_.ClearLabels();
+    desk_.ShowMsg(Result::Editing);  // what a refused paste said no longer holds
     ShowBoard();
 }
 
@@ -121,7 +124,14 @@ bool EditorControl::Paint(int index, const char* refusal) {
 
 void EditorControl::Shift(int index) {
     if (!IsEditing(desk_.Now())) return;
-    if (ShiftBoard(levels_.Level().Board, index)) ShowBoard();
+    CellUp();
+    if (ShiftBoard(levels_.Level().Board, index)) Changed();
+}
+
+void EditorControl::Put(const Board& board) {
+    CellUp();
+    levels_.Level().Board = board;
+    Changed();
 }
 
 void EditorControl::MirrorRotate(int index) {

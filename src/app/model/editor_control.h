@@ -11,8 +11,9 @@ namespace kavit {
 // The editing mode: Edit Board opens it, DONE (the caption of btnANIM meanwhile) closes it and
 // leaves SOLVE ready for what was drawn. Escape offers the way back to the board as it was.
 //
-// A stroke, a shape, a turn, CLEAR are each one step of undo and redo; undoing everything can be
-// undone as well. While the board is drawn, what keeps it from being solved is marked and said.
+// A stroke, a shape, a shift, a turn, CLEAR, a paste are each one step of undo and redo; undoing
+// everything can be undone as well. While the board is drawn, what keeps it from being solved is
+// marked and said.
 //
 // The pen paints one cell where the button goes down and, unless it paints men, every cell that
 // the pointer passes until the button goes up.
@@ -39,6 +40,8 @@ class EditorControl {
     void Shift(int index);
     void MirrorRotate(int index);
     void Clear();
+    // Another level in the place of the drawing.
+    void Put(const Board& board);
     // After each command: the marks of the drawing.
     void Present();
 

@@ -5,7 +5,8 @@
 namespace kavit {
 namespace {
 
-// Far more than a level with its title takes. The text box would be busy with more for a long time.
+// Far more than a level with its title takes. The text box would be busy with more for a long time;
+// a collection goes to the list and may be of any size.
 constexpr std::size_t kMostPasted = 100000;
 
 // Does any line of the text look like a row with a wall?
@@ -52,18 +53,35 @@ void ImportControl::Return() {
 
 void ImportControl::Paste() {
     const std::string text = desk_.Window().Clipboard();
-    if (desk_.Refused(Need::Levels)) return;
-    if (text.size() > kMostPasted || !HoldsLevel(text)) {
-        desk_.Screen.Right = text.size() > kMostPasted
-                                 ? "The text on the clipboard is too long for a level"
-                                 : "There is no level on the clipboard";
+    const bool drawing = IsEditing(desk_.Now());
+    if (!drawing && desk_.Refused(Need::Levels)) return;
+    auto album = AlbumOfText(text);
+    const bool tooLong = !album && text.size() > kMostPasted;
+    if (tooLong || (!album && !HoldsLevel(text))) {
+        // While a level is drawn, the right line says what is wrong with it.
+        (drawing ? desk_.Screen.Left : desk_.Screen.Right) =
+            tooLong ? "The text on the clipboard is too long for a level"
+                    : "There is no level on the clipboard";
         return;
     }
+    if (drawing) return Draw(album ? album->Entries.front().Level.BoardText : text);
     levels_.PrepareWindow();
-    if (levels_.TakePastedAlbum(text)) return;
+    if (album) return levels_.OpenAlbum(std::move(*album));
     draft_ = text;
     OpenBox();
     Take();
+}
+
+// A text that can't be taken leaves the drawing as it is.
+void ImportControl::Draw(const std::string& text) {
+    Board board = levels_.Level().Board;
+    const ReadReply reply = ImportLevelText(text, board, [this](const InvalidChar& invalid) {
+        return levels_.AskInvalid(invalid, "OK reads on, Cancel keeps the drawing.");
+    });
+    if (reply.Cancelled) return;
+    if (reply.Loaded()) return editor_.Put(board);
+    desk_.ShowMsg(reply.Code);
+    levels_.ShowPlace(reply);
 }
 
 // The text stays for mending when it can't be taken, and the board stays as it is.

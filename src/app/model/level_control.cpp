@@ -170,13 +170,6 @@ bool LevelControl::ChooseEntry(int row) {
     return true;
 }
 
-bool LevelControl::TakePastedAlbum(const std::string& text) {
-    auto album = AlbumOfText(text);
-    if (!album) return false;
-    OpenAlbum(std::move(*album));
-    return true;
-}
-
 void LevelControl::ShowList() {
     auto rows = std::make_shared<std::vector<ListRow>>();
     for (const AlbumEntry& entry : album_.Entries) {

@@ -51,8 +51,10 @@ class LevelControl {
     bool ChooseEntry(int row);
     void Save();
     void SaveAs();
-    // Levels from a text that holds several.
-    [[nodiscard]] bool TakePastedAlbum(const std::string& text);
+    // Levels from a file, a folder or a text that holds several.
+    void OpenAlbum(Album album);
+    // Lists the current folder; the board stays.
+    void ListFolder();
     [[nodiscard]] Album& List() { return album_; }
     void ShowList();
     void Copy();
@@ -74,7 +76,6 @@ class LevelControl {
     [[nodiscard]] bool Unsaved() const;
     [[nodiscard]] bool AskAndSave();
     [[nodiscard]] bool SaveTo(const std::filesystem::path& file);
-    void OpenAlbum(Album album);
     void Load(OpenLevel opened, const ReadReply& reply, bool fromList);
     void OpenPath(const std::string& fullName);
     void OpenCurrent(LevelFolder files, bool fromList);

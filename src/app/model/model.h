@@ -65,8 +65,8 @@ class Model {
     SettingsControl Settings{desk_, solver_};
     SolutionControl Solution{desk_, Settings};
     LevelControl Levels;
-    ImportControl Import{desk_, Levels};
     EditorControl Editor{desk_, Settings, Levels, Solution};
+    ImportControl Import{desk_, Levels, Editor};
     ChoicesControl Choices{desk_, Settings, Levels, Solution};
     SolveControl Solve;
     AlbumControl Album{desk_, Levels, Solution, Solve};
