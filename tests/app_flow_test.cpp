@@ -71,7 +71,7 @@ class Flow {
         std::string rows;
         for (int cell = 0; cell < kCells; ++cell) {
             if (cell > 0 && cell % Maxcol == 0) rows += '|';
-            rows += " .$*#+@@@@"[static_cast<int>(Now().Cells[static_cast<std::size_t>(cell)])];
+            rows += " .$*#+@@@@ "[static_cast<int>(Now().Cells[static_cast<std::size_t>(cell)])];
         }
         for (std::size_t at = 0; (at = rows.find(" |")) != std::string::npos;) rows.erase(at, 1);
         return rows.substr(0, rows.find_last_not_of(" |") + 1);

@@ -8,6 +8,7 @@
 #include "level/editor.h"
 #include "level/editor_shapes.h"
 #include "level/history.h"
+#include "level/outside.h"
 #include "level/turning_point.h"
 #include "support/levels.h"
 
@@ -124,6 +125,30 @@ TEST(EditorShapes, OutlinesAndFills) {
     EXPECT_EQ(std::count(board.Cell.begin(), board.Cell.end(), kWall), kCells);
     EXPECT_EQ(board.MaxRow, Maxrow);
     EXPECT_EQ(board.MaxCol, Maxcol);
+}
+
+TEST(OutsideFloor, IsWhatNoWallEncloses) {
+    const struct {
+        const char* Level;
+        const char* Outside;  // "o" where it is
+    } cases[] = {
+        {" ####\n #@ #\n## ##\n# $#\n####", "o####|o#@ #|## ##|# $#o|####o|"},
+        {"####\n#@  \n####", "####|#@  |####|"},  // open: nobody knows
+        {"####\n#  #\n####", "####|#  #|####|"},
+        {"####   ###\n#@ # $ # #\n####   ###", "####ooo###|#@ #o$o# #|####ooo###|"},
+        {"######\n#@## #\n#### #", "######|#@##o#|####o#|"},
+    };
+    for (const auto& c : cases) {
+        const Board board = BoardOf(c.Level);
+        std::string rows = BoardText(board, "|");
+        for (const int cell : OutsideFloor(board)) {
+            const int row = cell / Maxcol;
+            const int col = cell % Maxcol;
+            if (row < board.MaxRow && col < board.MaxCol)
+                rows[static_cast<std::size_t>(row * (board.MaxCol + 1) + col)] = 'o';
+        }
+        EXPECT_EQ(rows, c.Outside);
+    }
 }
 
 TEST(History, UndoesAndRedoes) {

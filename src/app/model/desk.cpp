@@ -1,5 +1,7 @@
 #include "app/model/desk.h"
 
+#include "level/outside.h"
+
 namespace kavit {
 
 bool Desk::Refused(Need need) {
@@ -36,6 +38,9 @@ void Desk::ShowBoard(const Board& board, Picture man) {
     for (std::size_t cell = 0; cell < board.Cell.size(); ++cell) {
         Screen.Cells[cell] = board.Cell[cell] == kMan ? man : PictureOf(board.Cell[cell]);
     }
+    if (IsEditing(Now())) return;  // all of the grid can be drawn on
+    for (const int cell : OutsideFloor(board))
+        Screen.Cells[static_cast<std::size_t>(cell)] = Picture::Outside;
 }
 
 void Desk::SetTitle(const std::string& rest) {

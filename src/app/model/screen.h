@@ -26,6 +26,7 @@ enum class Picture : std::uint8_t {
     ManDown,
     ManRight,
     ManUp,
+    Outside,  // beyond the walls: the window's ground, and no picture
 };
 inline constexpr int kPictures = 10;
 inline constexpr int kNoTool = -1;

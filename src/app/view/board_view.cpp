@@ -37,7 +37,7 @@ BoardView::Extent BoardView::ShownExtent() const {
     int bottom = -1;
     int right = -1;
     for (int cell = 0; cell < kCells && !wholeGrid_; ++cell) {
-        if (PictureAt(cell) == Picture::Floor) continue;
+        if (PictureAt(cell) == Picture::Floor || PictureAt(cell) == Picture::Outside) continue;
         top = std::min(top, cell / Maxcol);
         left = std::min(left, cell % Maxcol);
         bottom = std::max(bottom, cell / Maxcol);
@@ -139,6 +139,7 @@ void BoardView::paintEvent(QPaintEvent* event) {
         for (int col = 0; col < extent_.Cols; ++col) {
             const int cell = (row + extent_.Top) * Maxcol + col + extent_.Left;
             if (!event->region().intersects(CellRect(cell))) continue;
+            if (PictureAt(cell) == Picture::Outside) continue;
             painter.drawPixmap(PixelRect(cell), art_.At(PictureAt(cell)));
         }
     }

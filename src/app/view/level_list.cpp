@@ -14,6 +14,10 @@
 #include <algorithm>
 #include <string_view>
 
+#include "app/view/theme.h"
+#include "level/level_reader.h"
+#include "level/outside.h"
+
 namespace kavit {
 namespace {
 
@@ -42,12 +46,20 @@ QPixmap PictureOf(const std::string& text, int edge, qreal ratio) {
     const int most = static_cast<int>(std::max(rows.size(), WidthOf(rows)));
     if (most == 0) return pixmap;
     const int cell = std::max(1, pixels / most);
+    const int left = (pixels - cell * static_cast<int>(WidthOf(rows))) / 2;
+    const int top = (pixels - cell * static_cast<int>(rows.size())) / 2;
+    Board board;
+    (void)ImportLevelText(text, board, {});
+    const std::vector<int> outside = OutsideFloor(board);
     QPainter painter(&pixmap);
     for (std::size_t row = 0; row < rows.size(); ++row) {
         for (std::size_t col = 0; col < rows[row].size(); ++col) {
             const char code = rows[row][col];
-            const QRect square(static_cast<int>(col) * cell, static_cast<int>(row) * cell, cell,
-                               cell);
+            const int index = (static_cast<int>(row) + 1 - board.MinRow) * Maxcol +
+                              static_cast<int>(col) + 1 - board.MinCol;
+            if (code == ' ' && std::count(outside.begin(), outside.end(), index) > 0) continue;
+            const QRect square(left + static_cast<int>(col) * cell,
+                               top + static_cast<int>(row) * cell, cell, cell);
             const QRect mark = square.adjusted(cell / 4, cell / 4, -(cell / 4), -(cell / 4));
             painter.fillRect(square,
                              code == '#' ? QColor(0x56, 0x62, 0x75) : QColor(0xe9, 0xeb, 0xee));
