@@ -394,7 +394,7 @@ TEST_F(FlowTest, ListOfLevels) {
 
 // Levels and solutions are saved where the user says, and then are what the files hold.
 TEST_F(FlowTest, Saving) {
-    flow.Play("savesolution open:room edit tool:1 down:39 anim savelevel exit");
+    flow.Play("savesolution open:room edit shift:2 tool:1 down:40 anim savelevel exit");
     EXPECT_EQ(flow.View.TakeBoxes(), "Nothing to Show");
     EXPECT_EQ(flow.View.Quits, 1);
     EXPECT_EQ(flow.View.AskedName, "");

@@ -137,6 +137,17 @@ void RecomputeExtent(Board& board) {
     }
 }
 
+std::string CroppedText(Board board) {
+    RecomputeExtent(board);
+    std::string text;
+    for (int row = board.MinRow; row <= board.MaxRow; ++row) {
+        for (int col = board.MinCol; col <= board.MaxCol; ++col)
+            text += CellToChar(board.Cell[static_cast<std::size_t>(IndexOf(row, col))]);
+        text += '\n';
+    }
+    return text;
+}
+
 bool ShiftBoard(Board& board, int index) {
     if (IsEmpty(board)) return false;
     RecomputeExtent(board);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "level/board.h"
 
@@ -11,6 +12,9 @@ namespace kavit {
 
 // Sets the extent; 32767 and 0 when every square is floor.
 void RecomputeExtent(Board& board);
+
+// The rows of the smallest rectangle that holds all that is not floor, each ended by "\n".
+[[nodiscard]] std::string CroppedText(Board board);
 
 // 0 left, 1 down, 2 right, 3 up, 4 to the middle. A level that touches the edge stays. ManPos stays
 // too: it is found again when a solve starts. False when nothing moved.

@@ -237,8 +237,8 @@ void LevelControl::Clear() {
 }
 
 void LevelControl::Copy() {
-    desk_.Window().SetClipboard(BoardText(level_.Board, "\n"));
-    if (desk_.Now() != State::Solving) desk_.Screen.Right = "The board is on the clipboard";
+    desk_.Window().SetClipboard(CroppedText(level_.Board));
+    if (!IsSolving(desk_.Now())) desk_.Screen.Right = "The board is on the clipboard";
 }
 
 // An empty board is no loss.
@@ -279,9 +279,7 @@ bool LevelControl::AskAndSave() {
 }
 
 bool LevelControl::SaveTo(const std::filesystem::path& file) {
-    Board board = level_.Board;
-    RecomputeExtent(board);  // what was painted over may have lain further out
-    std::string fault = WriteWholeFile(file, BoardText(board, "\n"));
+    std::string fault = WriteWholeFile(file, CroppedText(level_.Board));
     if (fault.empty()) fault = files_.Open(file.string());
     if (!fault.empty()) {
         desk_.Say(fault);
