@@ -25,9 +25,10 @@ RecordedSolution PlayRecorded(const Board& board, std::string_view lurd) {
     return recorded;
 }
 
-std::string RecordedText(const RecordedSolution& recorded, const SolveReport& found) {
+std::string RecordedText(const RecordedSolution& recorded, const SolveReport& found,
+                         const std::string& name) {
     if (!recorded.Solves) return "The recorded solution does not solve it: " + recorded.Wrong;
-    std::string text = "Recorded solution: " + B(recorded.Moves) + "/" + B(recorded.Pushes);
+    std::string text = name + ": " + B(recorded.Moves) + "/" + B(recorded.Pushes);
     if (!found.PushesProved) return text;
     const std::int64_t more = recorded.Pushes - found.Kept[1]->SolPushes;
     if (more > 0) return text + ", " + Count(more, "push") + " more than needed";

@@ -19,7 +19,8 @@ struct RecordedSolution {
 
 [[nodiscard]] RecordedSolution PlayRecorded(const Board& board, std::string_view lurd);
 
-// One line on it, which says how it compares with what was found.
-[[nodiscard]] std::string RecordedText(const RecordedSolution& recorded, const SolveReport& found);
+// One line on it, which says how it compares with what was found. `name` is what it is called.
+[[nodiscard]] std::string RecordedText(const RecordedSolution& recorded, const SolveReport& found,
+                                       const std::string& name = "Recorded solution");
 
 }  // namespace kavit

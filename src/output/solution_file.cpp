@@ -73,8 +73,10 @@ std::string StopReason(StopCause cause) {
 
 // What level 4 has found out about the fewest moves of all solutions.
 std::string FewestMovesText(const SolveReport& r) {
-    if (r.FewestMovesProved) return B(r.Kept[0]->SolMoves) + ", proved";
-    return B(r.Kept[0]->SolMoves) + ", at least " + B(r.MovesLowerBound.value_or(0)) + " needed";
+    std::string text = B(r.Kept[0]->SolMoves);
+    text += r.FewestMovesProved ? ", proved"
+                                : ", at least " + B(r.MovesLowerBound.value_or(0)) + " needed";
+    return text + (r.HasTwoSolutions() ? "; the second solution has the fewest pushes" : "");
 }
 
 }  // namespace
@@ -138,7 +140,6 @@ std::string SolutionViewText(const SolveReport& r) {
     if (r.HasTwoSolutions()) text += "   " + pair(1);
     if (r.Request.Options.OptLevel == OptLevel::FewestOfAll) {
         text += Line("", "") + Line("", "") + "Fewest moves of all: " + FewestMovesText(r);
-        if (r.HasTwoSolutions()) text += "; the second solution has the fewest pushes";
     }
     if (r.EndedEarly()) {
         text += Line("", "") + Line("", "") + "Best Solution before ";

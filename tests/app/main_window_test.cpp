@@ -633,6 +633,34 @@ class MainWindowTest : public QObject {
         QCOMPARE(Caption("btnSOLVE"), QString("SOLVE"));
     }
 
+    // What stands in the bar, the dialog, the text and the report is what the solutions are.
+    void twoSolutions() {
+        Choose("mnuOpt4");
+        Open("ring.xsb",
+             "#########\n#   .   #\n#   #   #\n#  ###  #\n# $# #$ #\n#  ###  #\n#   #   #\n"
+             "#@  .   #\n#########\n");
+        QString title;
+        Find<QAbstractButton>("chkNoWriteSol")->click();
+        boxes_->OnDialog = [&](QDialog* dialog) {
+            title = dialog->windowTitle();
+            dialog->accept();
+        };
+        Solve();
+        const QString names = "fewest moves: 28/14, fewest pushes: 34/10";
+        QCOMPARE(title, "Save Solution (" + names + ")");
+        auto* bar = Find<QComboBox>("cmbSolution");
+        QCOMPARE(bar->itemText(0) + ", " + bar->itemText(1), names);
+        emit bar->activated(1);
+        QTest::keyClick(window_.get(), Qt::Key_End);
+        QCOMPARE(Line("txtRight"), QString("Moves:  34/34"));
+        Choose("mnuCopySolution");
+        QCOMPARE(QApplication::clipboard()->text().size(), 34);
+        const QString says = "28, proved; the second solution has the fewest pushes";
+        QVERIFY(QString::fromStdString(folder_->Read("ring.sol")).contains(says));
+        Click("btnSOLVE");
+        QVERIFY(Find<QPlainTextEdit>("rtxtImport")->toPlainText().contains(says));
+    }
+
     // A collection is listed; a click in the list opens a level, and the list can be closed.
     void listOfLevels() {
         Open("album.txt", (std::string(kEasy) + "\n#####\n#@$.#\n#####\nTitle: <b>Two\n").c_str());

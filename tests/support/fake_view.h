@@ -30,8 +30,10 @@ class FakeView final : public kavit::View, private kavit::SolveObserver {
     }
     [[nodiscard]] std::optional<std::string> AskSaveFile(kavit::FileKind /*kind*/,
                                                          const std::string& /*folder*/,
-                                                         const std::string& name) override {
+                                                         const std::string& name,
+                                                         const std::string& what) override {
         AskedName = name;
+        AskedWhat = what;
         return SaveFile;
     }
     [[nodiscard]] std::optional<std::string> AskText(const std::string& /*title*/,
@@ -82,6 +84,7 @@ class FakeView final : public kavit::View, private kavit::SolveObserver {
     std::optional<std::string> SaveFile;
     std::optional<std::string> Typed;
     std::string AskedName;
+    std::string AskedWhat;
     std::string Clip;
     std::string Help;
     kavit::SolveRequest Request;

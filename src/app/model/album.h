@@ -14,7 +14,12 @@ struct AlbumEntry {
     CollectionLevel Level;       // Solution: the recorded one, or the best found since
     std::filesystem::path File;  // of a folder: where it lies
     std::string Mark;            // "70/224", pushes and moves, or why it can't be solved
-    bool Solved = false;         // the mark is that of a solution
+    bool Found = false;          // the solution was found since, and not recorded
+
+    // What the solution is called.
+    [[nodiscard]] const char* SolutionName() const {
+        return Found ? "Solution found before" : "Recorded solution";
+    }
 };
 
 // The levels of a collection's file, or of a folder, that are listed beside the board. A folder

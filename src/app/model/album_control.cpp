@@ -73,13 +73,16 @@ void AlbumControl::Mark(AlbumEntry& entry, const SolveReport& report) {
     }
     const Board& board = report.Request.Level;
     const RecordedSolution known = PlayRecorded(board, entry.Level.Solution);
-    if (!entry.Level.Solution.empty()) desk_.Screen.Details = RecordedText(known, report);
+    if (!entry.Level.Solution.empty())
+        desk_.Screen.Details = RecordedText(known, report, entry.SolutionName());
     const KeptSolution& found = *report.Kept[1];
     const bool better = !known.Solves || found.SolPushes < known.Pushes ||
                         (found.SolPushes == known.Pushes && found.SolMoves < known.Moves);
-    if (better) entry.Level.Solution = found.SolString;
+    if (better) {
+        entry.Level.Solution = found.SolString;
+        entry.Found = true;
+    }
     entry.Mark = MarkOf(PlayRecorded(board, entry.Level.Solution));
-    entry.Solved = true;
 }
 
 void AlbumControl::ShowKnown() {
@@ -102,8 +105,9 @@ void AlbumControl::ShowKnown() {
                                   .SolString = entry.Level.Solution};
     report.Kept[1] = report.Kept[0];
     desk_.Fire(Event::SolutionFound);
-    desk_.PutLines({"Recorded solution: " + S(known.Moves) + "/" + B(known.Pushes), ""});
-    solution_.Show(std::move(report));
+    const std::string name = entry.SolutionName();
+    desk_.PutLines({name + ": " + S(known.Moves) + "/" + B(known.Pushes), ""});
+    solution_.Show(std::move(report), name);
 }
 
 void AlbumControl::Save() {
@@ -112,7 +116,7 @@ void AlbumControl::Save() {
     std::string name = album.Path.filename().string();
     if (album.Folder() || name.empty()) name += ".sok";
     const auto answer =
-        desk_.Window().AskSaveFile(FileKind::Collection, levels_.Folder().string(), name);
+        desk_.Window().AskSaveFile(FileKind::Collection, levels_.Folder().string(), name, "");
     if (!answer || answer->empty()) return;
     const std::string fault = WriteWholeFile(*answer, CollectionText(album.ToCollection()));
     if (!fault.empty()) return desk_.Say(fault);

@@ -173,7 +173,7 @@ bool LevelControl::ChooseEntry(int row) {
 void LevelControl::ShowList() {
     auto rows = std::make_shared<std::vector<ListRow>>();
     for (const AlbumEntry& entry : album_.Entries) {
-        rows->push_back({entry.Level.Title, entry.Level.BoardText, entry.Mark, entry.Solved});
+        rows->push_back({entry.Level.Title, entry.Level.BoardText, entry.Mark});
     }
     desk_.Screen.List = std::move(rows);
     desk_.Screen.ListChosen = album_.Chosen;
@@ -274,7 +274,7 @@ void LevelControl::SaveAs() {
 bool LevelControl::AskAndSave() {
     const std::string suggested = level_.FileName.empty() ? "" : level_.FileName + ".xsb";
     const auto answer =
-        desk_.Window().AskSaveFile(FileKind::Level, files_.Folder().string(), suggested);
+        desk_.Window().AskSaveFile(FileKind::Level, files_.Folder().string(), suggested, "");
     return answer && !answer->empty() && SaveTo(*answer);
 }
 

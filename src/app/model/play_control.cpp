@@ -104,8 +104,9 @@ void PlayControl::Copy() {
 
 void PlayControl::Save() {
     const std::string name = levels_.Level().Name();
-    const auto answer = desk_.Window().AskSaveFile(FileKind::Solution, levels_.Folder().string(),
-                                                   (name.empty() ? "board" : name) + "-played.sol");
+    const auto answer =
+        desk_.Window().AskSaveFile(FileKind::Solution, levels_.Folder().string(),
+                                   (name.empty() ? "board" : name) + "-played.sol", "played moves");
     if (!answer || answer->empty()) return;
     const std::string text = BoardText(start_, "\n") + "\n" + play_.Played() + "\n";
     const std::string fault = WriteWholeFile(*answer, text);

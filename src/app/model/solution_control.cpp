@@ -7,15 +7,40 @@
 
 namespace kavit {
 
-void SolutionControl::Show(SolveReport report) {
+void SolutionControl::Show(SolveReport report, const std::string& name) {
+    Keep(std::move(report));
+    knownAs_ = name;
+}
+
+void SolutionControl::Keep(SolveReport report) {
     report_ = std::move(report);
+    knownAs_.clear();
     chosen_ = 0;
     Load();
 }
 
+// The solutions by what they are, with moves and pushes. Only what is proved is said without
+// "found".
+std::vector<std::string> SolutionControl::Names() const {
+    const auto name = [](const std::string& what, const KeptSolution& solution) {
+        return what + ": " + std::to_string(solution.SolMoves) + "/" +
+               std::to_string(solution.SolPushes);
+    };
+    const KeptSolution& moves = *report_->Kept[0];
+    const KeptSolution& pushes = *report_->Kept[1];
+    if (!knownAs_.empty()) return {name(knownAs_, moves)};
+    const char* const fewestPushes =
+        report_->PushesProved ? "fewest pushes" : "fewest pushes found";
+    if (report_->HasTwoSolutions()) {
+        return {name(report_->FewestMovesProved ? "fewest moves" : "fewest moves found", moves),
+                name(fewestPushes, pushes)};
+    }
+    return {name(report_->FewestMovesProved ? "fewest moves and pushes" : fewestPushes, pushes)};
+}
+
 // The file comes last of what can fail: the text view and the clipboard have the solution by then.
 void SolutionControl::Take(SolveReport report, const std::filesystem::path& folder, bool write) {
-    Show(std::move(report));
+    Keep(std::move(report));
     desk_.Window().SetClipboard(report_->Kept[0]->SolString);
     if (write) Write(folder);
     if (report_ && !report_->EndedEarly()) desk_.ShowMsg(Result::SolutionInClipboard);
@@ -41,7 +66,9 @@ void SolutionControl::Save(const std::filesystem::path& folder) {
 std::filesystem::path SolutionControl::AskFile(const std::filesystem::path& folder,
                                                const std::string& name) {
     const std::filesystem::path& start = saveFolder_.empty() ? folder : saveFolder_;
-    const auto answer = desk_.Window().AskSaveFile(FileKind::Solution, start.string(), name);
+    std::string what;
+    for (const std::string& solution : Names()) what += (what.empty() ? "" : ", ") + solution;
+    const auto answer = desk_.Window().AskSaveFile(FileKind::Solution, start.string(), name, what);
     if (!answer || answer->empty()) return {};
     std::filesystem::path file = *answer;
     saveFolder_ = file.parent_path();
@@ -168,16 +195,7 @@ void SolutionControl::Present() {
     look.Speed = speed_;
     look.Visible = Known() && ShowsSolution(desk_.Now());
     if (!look.Visible) return;
-    const auto name = [](const char* what, const KeptSolution& solution) {
-        return std::string(what) + std::to_string(solution.SolMoves) + "/" +
-               std::to_string(solution.SolPushes);
-    };
-    look.Names = {name("fewest pushes: ", *report_->Kept[1])};
-    if (report_->HasTwoSolutions()) {
-        const char* const what =
-            report_->FewestMovesProved ? "fewest moves: " : "fewest moves found: ";
-        look.Names.insert(look.Names.begin(), name(what, *report_->Kept[0]));
-    }
+    look.Names = Names();
     look.Chosen = static_cast<int>(chosen_);
     look.At = replay_.At();
     look.Moves = replay_.Moves();

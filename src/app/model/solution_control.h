@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/model/desk.h"
 #include "app/model/settings_control.h"
@@ -21,8 +22,8 @@ class SolutionControl {
     SolutionControl(Desk& desk, const SettingsControl& settings)
         : desk_(desk), settings_(settings) {}
 
-    // One that was known already.
-    void Show(SolveReport report);
+    // One that was known already, called so.
+    void Show(SolveReport report, const std::string& name);
     // Save Solution, any time after a solve.
     void Save(const std::filesystem::path& folder);
     // A report with a solution. Its file is written or asked for, unless it starts in the middle of
@@ -54,6 +55,8 @@ class SolutionControl {
     void Present();
 
   private:
+    void Keep(SolveReport report);
+    [[nodiscard]] std::vector<std::string> Names() const;
     void Write(const std::filesystem::path& folder);
     void WriteTo(const std::filesystem::path& file);
     [[nodiscard]] std::filesystem::path AskFile(const std::filesystem::path& folder,
@@ -66,6 +69,7 @@ class SolutionControl {
     Desk& desk_;
     const SettingsControl& settings_;
     std::optional<SolveReport> report_;
+    std::string knownAs_;  // "" for what the last search found
     ReplayCursor replay_;
     std::size_t chosen_ = 0;
     int speed_ = kNormalSpeed;

@@ -31,9 +31,11 @@ class View {
     [[nodiscard]] virtual Choice Ask(const std::string& text, Choices choices) = 0;
     [[nodiscard]] virtual std::optional<std::string> AskOpenFile(const std::string& folder,
                                                                  const std::string& name) = 0;
+    // `what` says in the dialog's title what is to be saved.
     [[nodiscard]] virtual std::optional<std::string> AskSaveFile(FileKind kind,
                                                                  const std::string& folder,
-                                                                 const std::string& name) = 0;
+                                                                 const std::string& name,
+                                                                 const std::string& what) = 0;
     [[nodiscard]] virtual std::optional<std::string> AskText(const std::string& title,
                                                              const std::string& prompt,
                                                              const std::string& answer) = 0;

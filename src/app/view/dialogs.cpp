@@ -15,6 +15,18 @@ std::optional<std::string> Chosen(const QString& path) {
     return ToPath(path);
 }
 
+// Where no window manager runs, nobody gives the keyboard back to the window behind a dialog.
+class KeyboardBack {
+  public:
+    explicit KeyboardBack(QWidget* window) : window_(window) {}
+    ~KeyboardBack() { window_->activateWindow(); }
+    KeyboardBack(const KeyboardBack&) = delete;
+    KeyboardBack& operator=(const KeyboardBack&) = delete;
+
+  private:
+    QWidget* window_;
+};
+
 }  // namespace
 
 void ShowBox(QWidget* parent, const QString& text) {
@@ -67,7 +79,7 @@ std::optional<std::string> AskForOpenFile(QWidget* parent, const std::string& fo
 }
 
 std::optional<std::string> AskForSaveFile(QWidget* parent, FileKind kind, const std::string& folder,
-                                          const std::string& name) {
+                                          const std::string& name, const QString& what) {
     struct Look {
         QString Title, Name, Suffix, Filter;
     };
@@ -80,13 +92,26 @@ std::optional<std::string> AskForSaveFile(QWidget* parent, FileKind kind, const 
                    QObject::tr("Sokoban Levels (*.xsb)")}
             : Look{QObject::tr("Save Collection"), QStringLiteral("dlgSaveCollection"),
                    QStringLiteral("sok"), QObject::tr("Sokoban Collections (*.sok *.xsb *.txt)")};
-    FileDialog dialog(parent, look.Title, FromPath(folder));
+    const KeyboardBack back(parent);
+    const QString title =
+        what.isEmpty() ? look.Title : QObject::tr("%1 (%2)").arg(look.Title, what);
+    FileDialog dialog(parent, title, FromPath(folder));
     dialog.setObjectName(look.Name);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setDefaultSuffix(look.Suffix);
     dialog.setNameFilter(look.Filter);
     return Chosen(dialog.Ask(FromPath(name)));
+}
+
+QString AskForChartFile(QWidget* parent) {
+    const KeyboardBack back(parent);
+    FileDialog dialog(parent, QObject::tr("Save Chart"));
+    dialog.setObjectName(QStringLiteral("dlgSaveChart"));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(QStringLiteral("png"));
+    dialog.setNameFilter(QObject::tr("Pictures and tables (*.png *.svg *.csv)"));
+    return dialog.Ask(QStringLiteral("layers.png"));
 }
 
 std::optional<std::string> AskForText(QWidget* parent, const QString& title, const QString& prompt,

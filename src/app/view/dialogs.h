@@ -19,7 +19,10 @@ void ShowBox(QWidget* parent, const QString& text);
                                                         const std::string& name);
 [[nodiscard]] std::optional<std::string> AskForSaveFile(QWidget* parent, FileKind kind,
                                                         const std::string& folder,
-                                                        const std::string& name);
+                                                        const std::string& name,
+                                                        const QString& what);
+// A picture (.png, .svg) or a table (.csv); "" when the user gives none.
+[[nodiscard]] QString AskForChartFile(QWidget* parent);
 [[nodiscard]] std::optional<std::string> AskForText(QWidget* parent, const QString& title,
                                                     const QString& prompt, const QString& answer);
 

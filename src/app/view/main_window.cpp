@@ -414,8 +414,9 @@ std::optional<std::string> MainWindow::AskOpenFile(const std::string& folder,
 }
 
 std::optional<std::string> MainWindow::AskSaveFile(FileKind kind, const std::string& folder,
-                                                   const std::string& name) {
-    return AskForSaveFile(this, kind, folder, name);
+                                                   const std::string& name,
+                                                   const std::string& what) {
+    return AskForSaveFile(this, kind, folder, name, Shown(what));
 }
 
 std::optional<std::string> MainWindow::AskText(const std::string& title, const std::string& prompt,

@@ -67,7 +67,8 @@ class MainWindow : public QMainWindow, private View {
     [[nodiscard]] std::optional<std::string> AskOpenFile(const std::string& folder,
                                                          const std::string& name) override;
     [[nodiscard]] std::optional<std::string> AskSaveFile(FileKind kind, const std::string& folder,
-                                                         const std::string& name) override;
+                                                         const std::string& name,
+                                                         const std::string& what) override;
     [[nodiscard]] std::optional<std::string> AskText(const std::string& title,
                                                      const std::string& prompt,
                                                      const std::string& answer) override;
