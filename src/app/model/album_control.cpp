@@ -8,11 +8,18 @@
 namespace kavit {
 namespace {
 
+constexpr const char* kNoList = "There is no list of levels";
+
 std::string MarkOf(const RecordedSolution& solution) {
     return B(solution.Pushes) + "/" + B(solution.Moves);
 }
 
 }  // namespace
+
+void AlbumControl::Toggle() {
+    if (levels_.List().Entries.empty()) return levels_.ListFolder();
+    ShowList(!desk_.Screen.ListVisible);
+}
 
 void AlbumControl::Choose(int row) {
     levels_.ChooseEntry(row);
@@ -28,6 +35,7 @@ void AlbumControl::NextUnsolved() {
 void AlbumControl::SolveAll() {
     if (desk_.Screen.SolvingAll) return solve_.Stop();
     if (desk_.Refused(Need::Levels)) return;
+    if (levels_.List().Entries.empty()) return desk_.Say(kNoList);
     desk_.Screen.SolvingAll = true;
     SolveNext(0);
 }
@@ -112,7 +120,7 @@ void AlbumControl::ShowKnown() {
 
 void AlbumControl::Save() {
     const Album& album = levels_.List();
-    if (album.Entries.empty()) return desk_.Say("There is no list of levels");
+    if (album.Entries.empty()) return desk_.Say(kNoList);
     std::string name = album.Path.filename().string();
     if (album.Folder() || name.empty()) name += ".sok";
     const auto answer =

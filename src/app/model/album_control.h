@@ -17,11 +17,11 @@ class AlbumControl {
     AlbumControl(Desk& desk, LevelControl& levels, SolutionControl& solution, SolveControl& solve)
         : desk_(desk), levels_(levels), solution_(solution), solve_(solve) {}
 
-    // The list can be closed, and comes back.
+    // The list can be closed, and comes back; where there is none, the folder is listed.
     void ShowList(bool visible) {
         desk_.Screen.ListVisible = visible && !levels_.List().Entries.empty();
     }
-    void Toggle() { ShowList(!desk_.Screen.ListVisible); }
+    void Toggle();
     void Choose(int row);
     void NextUnsolved();
     // Begins, or ends what was begun.

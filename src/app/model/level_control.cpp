@@ -151,6 +151,21 @@ void LevelControl::OpenAlbum(Album album) {
     ChooseEntry(0);
 }
 
+void LevelControl::ListFolder() {
+    if (desk_.Refused(Need::Levels)) return;
+    Album folder = ReadFolder(files_.Folder());
+    const std::vector<AlbumEntry>& entries = folder.Entries;
+    if (entries.empty()) return desk_.Say("There are no levels in " + files_.Folder().string());
+    const auto here = std::find_if(entries.begin(), entries.end(), [&](const AlbumEntry& entry) {
+        return entry.File.filename() == files_.LevelFile();
+    });
+    if (here != entries.end() && !level_.Built())
+        folder.Chosen = static_cast<int>(here - entries.begin());
+    album_ = std::move(folder);
+    desk_.Screen.ListVisible = true;
+    ShowList();
+}
+
 bool LevelControl::ChooseEntry(int row) {
     if (row < 0 || row >= static_cast<int>(album_.Entries.size())) return false;
     if (desk_.Refused(Need::Levels) || !MayLeave()) {
@@ -173,7 +188,10 @@ bool LevelControl::ChooseEntry(int row) {
 void LevelControl::ShowList() {
     auto rows = std::make_shared<std::vector<ListRow>>();
     for (const AlbumEntry& entry : album_.Entries) {
-        rows->push_back({entry.Level.Title, entry.Level.BoardText, entry.Mark});
+        // A file of a folder is found by its name.
+        const bool titled = !entry.Level.Title.empty() || !album_.Folder();
+        rows->push_back({titled ? entry.Level.Title : entry.File.stem().string(),
+                         entry.Level.BoardText, entry.Mark});
     }
     desk_.Screen.List = std::move(rows);
     desk_.Screen.ListChosen = album_.Chosen;

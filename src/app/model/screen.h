@@ -62,7 +62,6 @@ struct ListRow {
     std::string Title;
     std::string BoardText;
     std::string Mark;
-    bool Solved = false;
 };
 
 struct Screen {

@@ -74,7 +74,10 @@ std::optional<std::string> AskForOpenFile(QWidget* parent, const std::string& fo
     FileDialog dialog(parent, QObject::tr("Open File"), FromPath(folder));
     dialog.setObjectName(QStringLiteral("CommonDialog1"));
     dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setNameFilters({QObject::tr("Sokoban Levels (*.xsb)"), QObject::tr("All Files (*)")});
+    const QString all = QObject::tr("Levels and Collections (*.xsb *.sok *.txt)");
+    dialog.setNameFilters(
+        {QObject::tr("Sokoban Levels (*.xsb)"), all, QObject::tr("All Files (*)")});
+    dialog.selectNameFilter(all);
     return Chosen(dialog.Ask(FromPath(name)));
 }
 

@@ -1,5 +1,6 @@
 #include "app/view/level_list.h"
 
+#include <QEvent>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QHeaderView>
@@ -38,7 +39,11 @@ std::size_t WidthOf(const std::vector<std::string_view>& rows) {
 }
 
 // Squares of whole pixels: too small for the artwork, but the shape of the level is seen.
-QPixmap PictureOf(const std::string& text, int edge, qreal ratio) {
+QPixmap PictureOf(const std::string& text, int edge, qreal ratio, bool dark) {
+    const QColor floor = dark ? QColor(0x2a, 0x30, 0x38) : QColor(0xe9, 0xeb, 0xee);
+    const QColor wall = dark ? QColor(0x7f, 0x8e, 0xa6) : QColor(0x56, 0x62, 0x75);
+    const QColor goal = dark ? QColor(0x3f, 0xbf, 0xac) : QColor(0x12, 0x78, 0x6c);
+    const QColor man = dark ? QColor(0x7f, 0xb8, 0xff) : QColor(0x1c, 0x4c, 0x86);
     const int pixels = qRound(edge * ratio);
     QPixmap pixmap(pixels, pixels);
     pixmap.fill(Qt::transparent);
@@ -61,12 +66,11 @@ QPixmap PictureOf(const std::string& text, int edge, qreal ratio) {
             const QRect square(left + static_cast<int>(col) * cell,
                                top + static_cast<int>(row) * cell, cell, cell);
             const QRect mark = square.adjusted(cell / 4, cell / 4, -(cell / 4), -(cell / 4));
-            painter.fillRect(square,
-                             code == '#' ? QColor(0x56, 0x62, 0x75) : QColor(0xe9, 0xeb, 0xee));
-            if (code == '.') painter.fillRect(mark, QColor(0x12, 0x78, 0x6c));
+            painter.fillRect(square, code == '#' ? wall : floor);
+            if (code == '.') painter.fillRect(mark, goal);
             if (code == '$') painter.fillRect(square, QColor(0xd9, 0x8a, 0x2b));
-            if (code == '*') painter.fillRect(square, QColor(0x12, 0x78, 0x6c));
-            if (code == '@' || code == '+') painter.fillRect(mark, QColor(0x1c, 0x4c, 0x86));
+            if (code == '*') painter.fillRect(square, goal);
+            if (code == '@' || code == '+') painter.fillRect(mark, man);
         }
     }
     painter.end();
@@ -83,12 +87,18 @@ void LevelTable::Show(std::vector<LevelRow> rows) {
     endResetModel();
 }
 
-void LevelTable::Mark(int row, const std::string& mark, bool solved) {
+void LevelTable::Mark(int row, const std::string& mark) {
     if (row < 0 || row >= rowCount()) return;
-    LevelRow& changed = rows_[static_cast<std::size_t>(row)];
-    changed.Mark = mark;
-    changed.Solved = solved;
+    rows_[static_cast<std::size_t>(row)].Mark = mark;
     emit dataChanged(index(row, kMark), index(row, kMark));
+}
+
+void LevelTable::ShowDark(bool dark) {
+    if (dark == dark_) return;
+    dark_ = dark;
+    pictures_.clear();
+    if (!rows_.empty())
+        emit dataChanged(index(0, kNumber), index(rowCount() - 1, kNumber), {Qt::DecorationRole});
 }
 
 int LevelTable::rowCount(const QModelIndex& parent) const {
@@ -105,8 +115,9 @@ QVariant LevelTable::data(const QModelIndex& index, int role) const {
     if (role == Qt::TextAlignmentRole && index.column() != kTitle) return Qt::AlignCenter;
     if (role == Qt::DecorationRole && index.column() == kNumber) {
         if (!pictures_.contains(index.row()))
-            pictures_.insert(index.row(), new QPixmap(PictureOf(row.BoardText, kPicture,
-                                                                qGuiApp->devicePixelRatio())));
+            pictures_.insert(index.row(),
+                             new QPixmap(PictureOf(row.BoardText, kPicture,
+                                                   qGuiApp->devicePixelRatio(), dark_)));
         return *pictures_.object(index.row());
     }
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
@@ -140,7 +151,7 @@ QVariant LevelTable::headerData(int section, Qt::Orientation orientation, int ro
         case kBoxes:
             return tr("Boxes");
         default:
-            return tr("Solved");
+            return tr("Pushes/Moves");
     }
 }
 
@@ -183,8 +194,8 @@ LevelList::LevelList(QWidget* parent) : QWidget(parent) {
     view_->setColumnWidth(LevelTable::kNumber, LevelTable::kPicture + 44);
     view_->setColumnWidth(LevelTable::kSize, 64);
     view_->setColumnWidth(LevelTable::kBoxes, 56);
-    view_->setColumnWidth(LevelTable::kMark, 72);
-    view_->setMinimumWidth(400);
+    view_->setColumnWidth(LevelTable::kMark, 108);
+    view_->setMinimumWidth(440);
     connect(view_->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& now) {
                 if (now.isValid()) emit LevelChosen(shown_->mapToSource(now).row());
@@ -208,6 +219,12 @@ LevelList::LevelList(QWidget* parent) : QWidget(parent) {
             [this] { GoTo(1, true); });
     solveAll_ = add("btnSolveAll", tr("Solve All"), 3);
     connect(solveAll_, &QPushButton::clicked, this, &LevelList::SolveAllClicked);
+    table_.ShowDark(IsDark(palette()));
+}
+
+void LevelList::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::PaletteChange) table_.ShowDark(IsDark(palette()));
+    QWidget::changeEvent(event);
 }
 
 void LevelList::Show(std::vector<LevelRow> rows, int chosen) {
@@ -238,7 +255,7 @@ void LevelList::GoTo(int step, bool unsolvedOnly) {
     for (int at = view_->currentIndex().row() + step; at >= 0 && at < shown_->rowCount();
          at += step) {
         const QModelIndex index = shown_->index(at, LevelTable::kTitle);
-        if (unsolvedOnly && table_.Solved(shown_->mapToSource(index).row())) continue;
+        if (unsolvedOnly && table_.Marked(shown_->mapToSource(index).row())) continue;
         view_->setCurrentIndex(index);
         return;
     }

@@ -21,7 +21,6 @@ struct LevelRow {
     std::string Title;
     std::string BoardText;  // rows joined by \n
     std::string Mark;       // "" unsolved, "70/224", or why it cannot be solved
-    bool Solved = false;
 };
 
 // The levels as a table: number and picture, title, size, boxes, mark. A picture is painted when it
@@ -36,8 +35,12 @@ class LevelTable : public QAbstractTableModel {
     using QAbstractTableModel::QAbstractTableModel;
 
     void Show(std::vector<LevelRow> rows);
-    void Mark(int row, const std::string& mark, bool solved);
-    [[nodiscard]] bool Solved(int row) const { return rows_[static_cast<std::size_t>(row)].Solved; }
+    void Mark(int row, const std::string& mark);
+    // The ground that the pictures stand on.
+    void ShowDark(bool dark);
+    [[nodiscard]] bool Marked(int row) const {
+        return !rows_[static_cast<std::size_t>(row)].Mark.empty();
+    }
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -47,6 +50,7 @@ class LevelTable : public QAbstractTableModel {
 
   private:
     std::vector<LevelRow> rows_;
+    bool dark_ = false;
     mutable QCache<int, QPixmap> pictures_{400};
 };
 
@@ -59,7 +63,7 @@ class LevelList : public QWidget {
 
     // Rows are counted from 0, in the order of the collection, whatever the filter hides.
     void Show(std::vector<LevelRow> rows, int chosen);
-    void Mark(int row, const std::string& mark, bool solved) { table_.Mark(row, mark, solved); }
+    void Mark(int row, const std::string& mark) { table_.Mark(row, mark); }
     void Choose(int row);
     [[nodiscard]] std::optional<int> Chosen() const;
     void ShowSolvingAll(bool solving);
@@ -68,6 +72,9 @@ class LevelList : public QWidget {
     void LevelChosen(int row);
     void SolveAllClicked();
     void Closed();
+
+  protected:
+    void changeEvent(QEvent* event) override;
 
   private:
     void GoTo(int step, bool unsolvedOnly);

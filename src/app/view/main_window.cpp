@@ -135,9 +135,9 @@ void MainWindow::ShowList(const Screen& screen) {
         for (const ListRow& row : *screen.List) {
             const int index = static_cast<int>(&row - screen.List->data());
             if (same) {
-                list_->Mark(index, row.Mark, row.Solved);
+                list_->Mark(index, row.Mark);
             } else {
-                rows.push_back({row.Title, row.BoardText, row.Mark, row.Solved});
+                rows.push_back({row.Title, row.BoardText, row.Mark});
             }
         }
         if (!same) list_->Show(std::move(rows), screen.ListChosen);
