@@ -39,10 +39,12 @@ void ShowBox(QWidget* parent, const QString& text) {
             return;
         }
     }
+    QObject::connect(box, &QDialog::finished, parent, &QWidget::activateWindow);
     box->open();
 }
 
 Choice AskBox(QWidget* parent, const QString& text, Choices choices) {
+    const KeyboardBack back(parent);
     QMessageBox box(parent);
     PutPlain(box, text);
     switch (choices) {
@@ -71,6 +73,7 @@ Choice AskBox(QWidget* parent, const QString& text, Choices choices) {
 
 std::optional<std::string> AskForOpenFile(QWidget* parent, const std::string& folder,
                                           const std::string& name) {
+    const KeyboardBack back(parent);
     FileDialog dialog(parent, QObject::tr("Open File"), FromPath(folder));
     dialog.setObjectName(QStringLiteral("CommonDialog1"));
     dialog.setFileMode(QFileDialog::ExistingFile);
@@ -119,6 +122,7 @@ QString AskForChartFile(QWidget* parent) {
 
 std::optional<std::string> AskForText(QWidget* parent, const QString& title, const QString& prompt,
                                       const QString& answer) {
+    const KeyboardBack back(parent);
     QInputDialog dialog(parent);
     dialog.setWindowTitle(title);
     dialog.setLabelText(prompt);

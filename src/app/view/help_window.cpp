@@ -27,6 +27,7 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent) {
     close->setObjectName(QStringLiteral("btnClose"));
     close->setDefault(true);
     connect(close, &QPushButton::clicked, this, &QDialog::close);
+    connect(this, &QDialog::finished, parent, &QWidget::activateWindow);
     auto* column = new QVBoxLayout(this);
     column->addWidget(text_, 1);
     column->addWidget(close, 0, Qt::AlignRight);

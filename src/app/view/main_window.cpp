@@ -6,7 +6,6 @@
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QDragEnterEvent>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -281,9 +280,7 @@ void MainWindow::ConnectPreferences() {
 }
 
 void MainWindow::SaveChart() {
-    const QString name =
-        QFileDialog::getSaveFileName(this, tr("Save Chart"), QStringLiteral("layers.png"),
-                                     tr("Pictures and tables (*.png *.svg *.csv)"));
+    const QString name = AskForChartFile(this);
     if (name.isEmpty()) return;
     const QString fault = closing_->Chart()->Save(name);
     if (!fault.isEmpty()) ShowBox(this, fault);
