@@ -135,6 +135,8 @@ void SolveControl::ShowEnd(const SolveReport& report) {
         desk_.Screen.Debug = "Pos.Count = " + B(report.Counters.BucketCnt) +
                              (report.MovesProved ? "; fewest moves proved" : "");
         solution_.Take(report, levels_.Folder(), purpose_ == Purpose::Level);
+        // Space plays now; a button with the focus would take it.
+        if (!desk_.Screen.SolvingAll) desk_.Window().Focus(Place::Board);
         if (!report.Fault.empty())
             desk_.Say(report.Fault);  // what the search found holds all the same
         return;

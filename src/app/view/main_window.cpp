@@ -367,7 +367,9 @@ void MainWindow::Show(const Screen& screen) {
     board_->ShowMarks(screen.Marks);
     replay_->Show(screen.Replay);
     closing_->Show(screen);
+    const bool inBoard = board_->hasFocus() || text_->hasFocus();
     text_->Show(screen);
+    if (inBoard) (screen.BoxVisible ? static_cast<QWidget*>(text_) : board_)->setFocus();
     column_->Show(screen);
     status_->Show(screen);
     ShowList(screen);
@@ -385,10 +387,10 @@ void MainWindow::Focus(Place place) {
     QWidget* widget = board_;
     if (place == Place::TextBox) {
         widget = text_;
-    } else if (place != Place::NextButton) {
+    } else if (place == Place::NextButton) {
+        if (column_->NextButton() != nullptr) widget = column_->NextButton();
+    } else if (place != Place::Board) {
         widget = column_->Panel()->WidgetAt(place);
-    } else if (column_->NextButton() != nullptr) {
-        widget = column_->NextButton();
     }
     widget->setFocus(Qt::OtherFocusReason);
 }

@@ -42,6 +42,13 @@ void TextBox::mouseReleaseEvent(QMouseEvent* event) {
     emit LetterClicked(at.block().text(), at.positionInBlock());
 }
 
+// Return on a letter is a click on it.
+void TextBox::keyPressEvent(QKeyEvent* event) {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    if (!isReadOnly() || !enter) return QPlainTextEdit::keyPressEvent(event);
+    emit LetterClicked(textCursor().block().text(), textCursor().positionInBlock());
+}
+
 // While it is read-only the box leaves Ctrl+C to the window, which copies the solution, unless a
 // part of it is selected.
 bool TextBox::event(QEvent* event) {

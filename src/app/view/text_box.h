@@ -16,12 +16,14 @@ class TextBox : public QPlainTextEdit {
     void Show(const Screen& screen);
 
   signals:
-    // A letter was clicked: the line that it stands in, and its place there.
+    // A letter was clicked, or Return pressed on it: the line that it stands in, and its place
+    // there.
     void LetterClicked(const QString& line, int column);
     void Edited(const QString& text);
 
   protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
     bool event(QEvent* event) override;
 };
 
