@@ -17,6 +17,7 @@ QComboBox* SettingsPanel::MakeList(const char* name, const QStringList& items,
     list->setObjectName(QLatin1String(name));
     list->setEditable(true);
     list->setInsertPolicy(QComboBox::NoInsert);
+    list->setCompleter(nullptr);  // 50000 is what was typed, and not the beginning of 5000000
     list->addItems(items);
     list->setAccessibleName(label);
     connect(list, &QComboBox::activated, this, &SettingsPanel::SizeChosen);
