@@ -36,14 +36,14 @@ ClosingPanel::ClosingPanel(QWidget* parent) : QWidget(parent) {
     text_->setLineWrapMode(QPlainTextEdit::NoWrap);
     text_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     chart_ = new LayerChart(inside_);
-    auto* save = new QPushButton(tr("Save Chart..."), inside_);
-    save->setObjectName(QStringLiteral("btnSaveChart"));
-    save->setToolTip(tr("As a picture (.png, .svg) or a table (.csv)"));
-    connect(save, &QPushButton::clicked, this, &ClosingPanel::SaveChartClicked);
+    save_ = new QPushButton(tr("Save Chart..."), inside_);
+    save_->setObjectName(QStringLiteral("btnSaveChart"));
+    save_->setToolTip(tr("As a picture (.png, .svg) or a table (.csv)"));
+    connect(save_, &QPushButton::clicked, this, &ClosingPanel::SaveChartClicked);
 
     auto* chart = new QVBoxLayout;
     chart->addWidget(chart_, 1);
-    chart->addWidget(save, 0, Qt::AlignRight);
+    chart->addWidget(save_, 0, Qt::AlignRight);
     auto* row = new QHBoxLayout(inside_);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(text_, 1);
@@ -57,6 +57,7 @@ ClosingPanel::ClosingPanel(QWidget* parent) : QWidget(parent) {
 
 void ClosingPanel::Show(const Screen& screen) {
     const QString text = Shown(screen.Closing);
+    save_->setEnabled(!text.isEmpty());
     if (text == text_->toPlainText()) return;
     text_->setPlainText(text);
     chart_->ShowLayers(screen.ForwLayers, screen.BackLayers);

@@ -5,6 +5,7 @@
 #include "app/model/screen.h"
 
 class QPlainTextEdit;
+class QPushButton;
 class QToolButton;
 
 namespace kavit {
@@ -31,6 +32,7 @@ class ClosingPanel : public QWidget {
     QWidget* inside_ = nullptr;
     QPlainTextEdit* text_ = nullptr;
     LayerChart* chart_ = nullptr;
+    QPushButton* save_ = nullptr;
 };
 
 }  // namespace kavit

@@ -64,6 +64,9 @@ CommandColumn::CommandColumn(QWidget* parent)
     column->addStretch(1);
     column->addWidget(moves);
     column->addWidget(pushes);
+    setMinimumWidth(sizeHint().width());  // what comes and goes must not move the board
+    for (QWidget* part : {static_cast<QWidget*>(aside_), editor_, static_cast<QWidget*>(panel_)})
+        part->hide();
 
     connect(solve_, &QPushButton::clicked, this, &CommandColumn::SolveClicked);
     connect(clear_, &QPushButton::clicked, this, &CommandColumn::ClearClicked);

@@ -161,13 +161,12 @@ void MainWindow::LayOut() {
     auto* grid = new QGridLayout(center);
     grid->addWidget(boardArea_, 0, 0);
     grid->addWidget(column_, 0, 1);
-    grid->addWidget(replay_, 1, 0);
+    grid->addWidget(replay_, 1, 0, 1, 2);
     grid->addWidget(status_, 2, 0, 1, 2);
     grid->addWidget(closing_, 3, 0, 1, 2);
     grid->setColumnStretch(0, 1);
     grid->setRowStretch(0, 1);
     setCentralWidget(center);
-    column_->setMinimumWidth(column_->sizeHint().width());  // the panel must not move the board
     resize(sizeHint().boundedTo(screen()->availableSize() * 9 / 10));
 }
 

@@ -1,6 +1,7 @@
 #include "app/view/status_view.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -45,8 +46,10 @@ StatusView::StatusView(QWidget* parent)
 
     auto* lines = new QGridLayout(this);
     lines->setContentsMargins(0, 0, 0, 0);
-    lines->addWidget(left_, 0, 0, 1, 3);
-    lines->addWidget(right_, 0, 3, 1, 3);
+    auto* halves = new QHBoxLayout;  // whose widths no text below changes
+    halves->addWidget(left_, 1);
+    halves->addWidget(right_, 1);
+    lines->addLayout(halves, 0, 0, 1, 6);
     lines->addWidget(progress_, 1, 0, 1, 6);
     lines->addWidget(timer_, 2, 0);
     lines->addWidget(side_, 2, 1);

@@ -23,6 +23,11 @@ constexpr Colours kLight = {"#f0f1f3", "#ffffff", "#e3e6ea", "#15181c",
 constexpr Colours kDark = {"#1b1f24", "#14171b", "#2a3038", "#e8eaed",
                            "#a3abb6", "#7fb8ff", "#7fb8ff", "#0b0d10"};
 
+void PutFaint(QPalette& palette, const Colours& colours) {
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, QColor(colours.Faint));
+}
+
 }  // namespace
 
 QPalette PaletteOf(Theme theme) {
@@ -39,8 +44,7 @@ QPalette PaletteOf(Theme theme) {
     palette.setColor(QPalette::Link, QColor(c.Link));
     palette.setColor(QPalette::Highlight, QColor(c.Highlight));
     palette.setColor(QPalette::HighlightedText, QColor(c.HighlightedText));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-        palette.setColor(QPalette::Disabled, role, QColor(c.Faint));
+    PutFaint(palette, c);
     return palette;
 }
 
@@ -50,6 +54,11 @@ bool IsDark(const QPalette& palette) {
 
 void ApplyTheme(Theme theme) {
     QApplication::setPalette(theme == Theme::System ? QPalette() : PaletteOf(theme));
+    if (theme != Theme::System) return;
+    // Many systems show what is disabled too faintly to be read. All else is left to them.
+    QPalette palette;
+    PutFaint(palette, IsDark(palette) ? kDark : kLight);
+    QApplication::setPalette(palette);
 }
 
 }  // namespace kavit
