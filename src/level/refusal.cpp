@@ -129,22 +129,29 @@ struct Room {
 // several such squares the last one leaves him the most room. A wider gap has none: then it is
 // where the way comes to the outermost row or column of the walls. Beyond those nothing is a gap.
 int OpenAt(const Squares& squares, const Cells& walls, const std::vector<int>& wayOut) {
+    int firstRow = Maxrow;
+    int firstCol = Maxcol;
     int lastRow = 0;
     int lastCol = 0;
     for (const int c : ListOf(squares.Walls)) {
+        firstRow = std::min(firstRow, RowOf(c));
+        firstCol = std::min(firstCol, ColOf(c));
         lastRow = std::max(lastRow, RowOf(c));
         lastCol = std::max(lastCol, ColOf(c));
     }
+    const auto within = [&](int c, int inset) {
+        return RowOf(c) >= firstRow + inset && RowOf(c) <= lastRow - inset &&
+               ColOf(c) >= firstCol + inset && ColOf(c) <= lastCol - inset;
+    };
     const int man = wayOut.front();
     for (auto c = wayOut.rbegin(); *c != man; ++c) {
-        if (RowOf(*c) > lastRow || ColOf(*c) > lastCol) continue;
+        if (!within(*c, 0)) continue;
         Cells mended = walls;
         mended[static_cast<std::size_t>(*c)] = true;
         if (Room(mended, man).WayOut.empty()) return *c;
     }
-    return *std::find_if(wayOut.begin(), wayOut.end(), [&](int c) {
-        return OnEdge(c) || RowOf(c) >= lastRow || ColOf(c) >= lastCol;
-    });
+    return *std::find_if(wayOut.begin(), wayOut.end(),
+                         [&](int c) { return OnEdge(c) || !within(c, 1); });
 }
 
 void JudgeRoom(const Squares& squares, int man, std::vector<Refusal>& refusals) {
