@@ -216,8 +216,7 @@ class Flow {
             return std::to_string(part) + "/" + std::to_string(whole);
         };
         std::string list;
-        for (const ListRow& level : *s.List)
-            list += level.Title + ": " + level.Mark + when(level.Solved, " solved") + ", ";
+        for (const ListRow& level : *s.List) list += level.Title + ": " + level.Mark + ", ";
         const ReplayLook& look = s.Replay;
         std::string replay = of(look.At, look.Moves) + " " + of(look.PushesAt, look.Pushes);
         for (const std::int64_t mark : look.PushMarks) replay = join(replay, std::to_string(mark));
@@ -225,7 +224,7 @@ class Flow {
         replay += when(look.OwnsArrows, ", arrows") + when(look.Playing, ", playing");
         return {
             {"aside", when(s.AsideOn, "on ") + s.Aside},
-            {"asked", View.AskedName},
+            {"asked", View.AskedName + when(!View.AskedWhat.empty(), " of " + View.AskedWhat)},
             {"board", Rows()},
             {"box", when(s.BoxVisible, s.BoxReadOnly ? "to read " : "to type in ") + s.BoxText},
             {"boxes", View.TakeBoxes()},
@@ -388,8 +387,8 @@ TEST_F(FlowTest, ListOfLevels) {
     flow.Files.Write("levels/b2.xsb", test::kEasy);
     flow.Files.Write("levels/b10.txt", kLevels.at("album"));
     Follow("title list",
-           {{"open:levels next", "kavit b10-1; 1 listed: : , One: , Two: , Three: , "},
-            {"togglelist", "kavit b10-1; 1: : , One: , Two: , Three: , "}});
+           {{"open:levels next", "kavit b10-1; 1 listed: b2: , One: , Two: , Three: , "},
+            {"togglelist", "kavit b10-1; 1: b2: , One: , Two: , Three: , "}});
 }
 
 // Levels and solutions are saved where the user says, and then are what the files hold.
@@ -743,8 +742,8 @@ TEST_F(FlowTest, SettingsPanel) {
             {"configure blocks:3 open:easy", "100000/3; 100000/3/600; 0; never"},
             {"configure blocks:4 import solve", "100000/4; 100000/4/600; 0; never"},
             {"configure blocks:12 edit anim", "100000/12; 100000/12/600; 0; never"},
-            {"open:easy configure blocks:5 solve", "100000/12; 100000/5/600; 0; never"},
-            {"always opt:2", "100000/12; 100000/5/600; 0; always"}});
+            {"open:easy configure blocks:5 solve", "100000/12; 100000/5/600; 7; never"},
+            {"always opt:2", "100000/12; 100000/5/600; 7; always"}});
     EXPECT_EQ(flow.View.Request.MaxTime, 600);
     flow.Run([](Model& m) { m.Settings.SizeChosen(); });
     EXPECT_EQ(flow.View.Focused, Place::Apply);

@@ -11,7 +11,7 @@
 namespace kavit {
 
 // Where the keyboard goes.
-enum class Place : std::uint8_t { NextButton, Board, TextBox, Cancel, Apply, Memory, Blocks, Time };
+enum class Place : std::uint8_t { NextButton, TextBox, Cancel, Apply, Memory, Blocks, Time, Board };
 
 enum class Choices : std::uint8_t { OkCancel, YesNo, SaveDiscardCancel };
 enum class Choice : std::uint8_t { Yes, No, Cancel };  // OK and Save are Yes, Discard is No
