@@ -9,7 +9,7 @@ namespace kavit {
 
 namespace {
 
-std::size_t Index(int i) {
+std::size_t At(int i) {
     assert(i >= 0);
     return static_cast<std::size_t>(i);
 }
@@ -22,14 +22,14 @@ class Tracer {
     void TraceBack(MovesPosition at, int moves, std::vector<BoxPush>& pushes) {
         while (moves > 0) {
             const int direction = StepBack(at, moves);
-            pushes.push_back({grid_.BitToCell[Index(pushed_)], direction});
+            pushes.push_back({grid_.BitToCell[At(pushed_)], direction});
         }
     }
     // From the meeting on to the end.
     void TraceOn(MovesPosition at, int moves, std::vector<BoxPush>& pushes) {
         while (moves > 0) {
             const int direction = StepOn(at, moves);
-            pushes.push_back({grid_.BitToCell[Index(pushed_)], direction});
+            pushes.push_back({grid_.BitToCell[At(pushed_)], direction});
         }
     }
 
@@ -38,16 +38,16 @@ class Tracer {
     // offered. Answers the direction; pushed_ is where the box stood.
     int StepBack(MovesPosition& at, int& moves) {
         for (int d = 0; d < 4; ++d) {
-            const int step = grid_.Step[Index(d)];
+            const int step = grid_.Step[At(d)];
             if (!Has(at, at.Man + step) || !Free(at, at.Man - step)) continue;
             MovesPosition before = Moved(at, at.Man + step, at.Man);
             const std::vector<int> walk = Walks(before, at.Man - step);
             for (const int man : grid_.InsideBits) {
-                if (walk[Index(man)] < 0) continue;
+                if (walk[At(man)] < 0) continue;
                 before.Man = man;
-                if (!IsStep(before, 0, moves - walk[Index(man)] - 1)) continue;
+                if (!IsStep(before, 0, moves - walk[At(man)] - 1)) continue;
                 pushed_ = at.Man;
-                moves -= walk[Index(man)] + 1;
+                moves -= walk[At(man)] + 1;
                 at = before;
                 return d;
             }
@@ -58,14 +58,14 @@ class Tracer {
         const std::vector<int> walk = Walks(at, at.Man);
         for (const int box : at.Boxes) {
             for (int d = 0; d < 4; ++d) {
-                const int step = grid_.Step[Index(d)];
-                if (!Free(at, box - step) || walk[Index(box - step)] < 0 || !Free(at, box + step))
+                const int step = grid_.Step[At(d)];
+                if (!Free(at, box - step) || walk[At(box - step)] < 0 || !Free(at, box + step))
                     continue;
                 MovesPosition after = Moved(at, box, box + step);
                 after.Man = box;
-                if (!IsStep(after, 1, moves - walk[Index(box - step)] - 1)) continue;
+                if (!IsStep(after, 1, moves - walk[At(box - step)] - 1)) continue;
                 pushed_ = box;
-                moves -= walk[Index(box - step)] + 1;
+                moves -= walk[At(box - step)] + 1;
                 at = after;
                 return d;
             }
@@ -81,7 +81,7 @@ class Tracer {
 
     [[nodiscard]] bool Inside(int bit) const {
         return bit >= 0 && bit < Grid::kMaxBits &&
-               grid_.CellToBit[Index(grid_.BitToCell[Index(bit)])] == bit;
+               grid_.CellToBit[At(grid_.BitToCell[At(bit)])] == bit;
     }
     static bool Has(const MovesPosition& position, int bit) {
         return std::binary_search(position.Boxes.begin(), position.Boxes.end(), bit);
@@ -99,12 +99,12 @@ class Tracer {
     [[nodiscard]] std::vector<int> Walks(const MovesPosition& position, int from) const {
         std::vector<int> steps(Grid::kMaxBits, -1);
         std::vector<int> queue = {from};
-        steps[Index(from)] = 0;
+        steps[At(from)] = 0;
         for (std::size_t i = 0; i < queue.size(); ++i) {
             for (const int step : grid_.Step) {
                 const int next = queue[i] + step;
-                if (!Free(position, next) || steps[Index(next)] >= 0) continue;
-                steps[Index(next)] = steps[Index(queue[i])] + 1;
+                if (!Free(position, next) || steps[At(next)] >= 0) continue;
+                steps[At(next)] = steps[At(queue[i])] + 1;
                 queue.push_back(next);
             }
         }
@@ -125,10 +125,10 @@ class Tracer {
 std::uint64_t MovesPosition::Write(const Grid& grid, std::vector<std::uint8_t>& key) const {
     key.clear();
     assert(std::is_sorted(Boxes.begin(), Boxes.end()));
-    std::uint64_t mix = grid.ManMix[Index(Man)];
+    std::uint64_t mix = grid.ManMix[At(Man)];
     for (const int bit : Boxes) {
-        key.push_back(grid.BitToKey[Index(bit)]);
-        mix ^= grid.BoxMix[Index(bit)];
+        key.push_back(grid.BitToKey[At(bit)]);
+        mix ^= grid.BoxMix[At(bit)];
     }
     key.push_back(grid.ManByte(Man));
     return mix;
