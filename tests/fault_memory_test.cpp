@@ -150,6 +150,33 @@ TEST(FaultMemory, EveryAllocationOfTheOptimizer) {
     EXPECT_GE(unproved, 5);
 }
 
+// The search for the fewest moves likewise; a better solution that it had found by then is kept.
+TEST(FaultMemory, EveryAllocationOfTheFewestMoves) {
+    const Board level = BoardOfFile(KAVIT_OWN_LEVELS "/fewest_six.xsb");
+    Solver solver;
+    ASSERT_TRUE(solver.ApplySizes({200000, 8, 300}).Ok);
+    SolverHooks hooks;
+    int kept = 0;
+    for (int at = 1; at < 100000; ++at) {
+        SCOPED_TRACE(at);
+        SearchLevel(solver, level, {.OptLevel = OptLevel::FewestOfAll});
+        solver.BuildSolutions();
+        const int known = solver.Kept(0)->SolMoves;
+        bool failed = false;
+        {
+            const FailingNew failing(at);
+            const Result result = solver.FewestMoves(hooks);
+            failed = failing.Failed();
+            EXPECT_EQ(result, failed ? Result::OutOfMemory : Result::GoOn);
+        }
+        EXPECT_EQ(KeptFault(solver, level), "");
+        if (!failed) break;
+        kept += solver.Kept(0)->SolMoves < known ? 1 : 0;
+    }
+    EXPECT_EQ(solver.Kept(0)->SolMoves, 25);
+    EXPECT_GE(kept, 1);
+}
+
 TEST(FaultMemory, LimitsAnswerAtOnce) {
     constexpr std::uint64_t kGib = std::uint64_t{1} << 30;
     const struct {

@@ -216,24 +216,25 @@ Result Solver::FewestMoves(SolverHooks& hooks) {
     state_->Stage = SolverState::Lent;
     // Every push is a move.
     counters.MovesLowerBound = state_->Kept[1]->SolPushes;
-    FewestAnswer answer;
     try {
-        answer = SearchFewestMoves(state_->Arrays, state_->Store.Lend(), best->SolMoves,
-                                   {counters.Threads, state_->WorthThreads}, counters, hooks);
+        const FewestAnswer answer =
+            SearchFewestMoves(state_->Arrays, state_->Store.Lend(), best->SolMoves,
+                              {counters.Threads, state_->WorthThreads}, counters, hooks);
+        assert(counters.MovesLowerBound <= answer.Moves && answer.Moves <= best->SolMoves);
+        if (!answer.Pushes.empty()) {
+            KeptSolution found = *best;
+            found.SolMoves = answer.Moves;
+            found.SolPushes = static_cast<int>(answer.Pushes.size());
+            found.SolPhase = 2;
+            found.SolSteps.clear();
+            state_->Finish(found, BuildSolution(state_->Arrays, answer.Pushes));
+            best = std::move(found);
+        }
+        counters.FewestMovesProved = answer.Moves == counters.MovesLowerBound;
+        return answer.Code;
     } catch (const std::bad_alloc&) {
         return Result::OutOfMemory;
     }
-    assert(counters.MovesLowerBound <= answer.Moves && answer.Moves <= best->SolMoves);
-    counters.FewestMovesProved = answer.Moves == counters.MovesLowerBound;
-    if (answer.Pushes.empty()) return answer.Code;
-    KeptSolution found = *best;
-    found.SolMoves = answer.Moves;
-    found.SolPushes = static_cast<int>(answer.Pushes.size());
-    found.SolPhase = 2;
-    found.SolSteps.clear();
-    state_->Finish(found, BuildSolution(state_->Arrays, answer.Pushes));
-    best = found;
-    return answer.Code;
 }
 
 const std::optional<KeptSolution>& Solver::Kept(int k) const {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cassert>
+#include <new>
 
 #include "solver/board/board_shape.h"
 #include "solver/moves/fewest_moves_wave.h"
@@ -49,7 +50,12 @@ class FewestSearch {
 
     FewestAnswer Run() {
         FewestAnswer answer;
-        answer.Code = Search();
+        // What was found before the memory ran out stands, in the heap of a thread as in the store.
+        try {
+            answer.Code = Search();
+        } catch (const std::bad_alloc&) {
+            answer.Code = Result::OutOfMemory;
+        }
         counters_.FewestPositions = table_.Count();
         answer.Moves = best_;
         RaiseBound();
