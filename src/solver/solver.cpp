@@ -155,6 +155,7 @@ Result Solver::Search(SolverHooks& hooks) {
     const Result result = kavit::Search(*state_, *state_->Expander);
     if constexpr (kRecount) RecountStore(*state_);
     assert(result != Result::Ok || (state_->Kept[0] && state_->Kept[1]));
+    assert(state_->Counters.BucketCnt <= state_->Sizes.NumPos);
     if (result == Result::Ok)
         state_->Stage = SolverState::Solved;
     else if (state_->Kept[0])

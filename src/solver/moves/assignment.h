@@ -14,8 +14,14 @@ class Assignment {
 
     [[nodiscard]] int& Cost(int row, int column) { return cost_[Index(row, column)]; }
     int Solve();  // its cost
-    [[nodiscard]] int ColumnOf(int row) const { return columnOf_[static_cast<std::size_t>(row)]; }
-    [[nodiscard]] int PriceOf(int column) const { return price_[static_cast<std::size_t>(column)]; }
+    [[nodiscard]] int ColumnOf(int row) const {
+        assert(row >= 0 && static_cast<std::size_t>(row) < size_);
+        return columnOf_[static_cast<std::size_t>(row)];
+    }
+    [[nodiscard]] int PriceOf(int column) const {
+        assert(column >= 0 && static_cast<std::size_t>(column) < size_);
+        return price_[static_cast<std::size_t>(column)];
+    }
 
   private:
     [[nodiscard]] std::size_t Index(int row, int column) const {

@@ -33,6 +33,7 @@ class BoundMaker {
         }
         assert(starts_.size() == grid.GoalBits.size());
         man_ = grid.CellToBit[At(arrays.ManStart)];
+        assert(Is(inside_, man_));
         for (const int bit : grid.InsideBits) {
             for (const int step : grid.Step) {
                 if (Is(inside_, bit + step)) steps_.push_back({bit, bit + step});
@@ -52,9 +53,11 @@ class BoundMaker {
             bound.Man[At(bit)] = 2 * phi_[At(bit)];
             if (fromStarts[At(bit)] >= kFar) continue;
             bound.FromStarts.push_back(bit);
+            assert(Is(inside_, bit) && toGoals[At(bit)] <= kFar);
             if (toGoals[At(bit)] < kFar)
                 bound.Box[At(bit)] = toGoals[At(bit)] - fromStarts[At(bit)];
         }
+        assert(bound.FromStarts.size() >= starts_.size());
         return bound;
     }
 
@@ -75,11 +78,14 @@ class BoundMaker {
 
     // What a push costs: the move itself, and what phi grows by.
     [[nodiscard]] int Cost(const Push& push) const {
+        // No push is cheaper than nothing, or ways would shorten for ever.
+        assert(phi_[At(push.Behind)] - phi_[At(push.From)] <= scale_);
         return scale_ + phi_[At(push.From)] - phi_[At(push.Behind)];
     }
     // The cheapest way of a box from every cell to the goal; `next` is the first push of it.
     Numbers CostsTo(int goal, std::vector<const Push*>* next) const {
         Numbers costs(Grid::kMaxBits, kFar);
+        assert(Is(goal_, goal));
         costs[At(goal)] = 0;
         for (bool changed = true; changed;) {
             changed = false;
@@ -96,6 +102,7 @@ class BoundMaker {
     // The cheapest way of a box from the start to every cell.
     Numbers CostsFrom(int start, std::vector<const Push*>* /*next*/) const {
         Numbers costs(Grid::kMaxBits, kFar);
+        assert(Is(inside_, start));
         costs[At(start)] = 0;
         for (bool changed = true; changed;) {
             changed = false;
@@ -120,6 +127,7 @@ class BoundMaker {
 
     // The ascent. One round: the best assignment under phi, and a step of phi along its balance.
     void FindPhi(const std::vector<int>& ends) {
+        assert(!ends.empty());  // some push is the last
         phi_.assign(Grid::kMaxBits, 0);
         scale_ = kScale;
         Numbers best = phi_;
@@ -141,6 +149,7 @@ class BoundMaker {
         // In whole moves; rounding down keeps a function that is nowhere steeper than 1.
         for (std::size_t i = 0; i < best.size(); ++i)
             phi_[i] = (best[i] - (best[i] % kScale + kScale) % kScale) / kScale;
+        assert(bestValue > -kFar);
         scale_ = 1;
     }
     // The cost of the best assignment of the starts; its pushes are added to the balance.
@@ -159,6 +168,7 @@ class BoundMaker {
             const auto g = At(assignment.ColumnOf(static_cast<int>(s)));
             for (int bit = starts_[s]; bit != goals[g] && next[g][At(bit)] != nullptr;) {
                 const Push& push = *next[g][At(bit)];
+                assert(push.From == bit);
                 balance[At(push.From)] += 1;
                 balance[At(push.Behind)] -= 1;
                 bit = push.To;
@@ -167,6 +177,7 @@ class BoundMaker {
         return cost;
     }
     void StepAlong(const Numbers& balance, int round) {
+        assert(balance.size() == phi_.size());
         std::int64_t norm = 0;
         for (const int value : balance) norm += std::int64_t{value} * value;
         if (norm == 0) return;
@@ -189,6 +200,7 @@ class BoundMaker {
     template <typename CostsOf>
     Numbers Worth(const std::vector<int>& ends, const std::vector<int>& others,
                   CostsOf costsOf) const {
+        assert(ends.size() == others.size());
         Assignment assignment(static_cast<int>(ends.size()));
         std::vector<Numbers> costs;
         for (std::size_t e = 0; e < ends.size(); ++e) {

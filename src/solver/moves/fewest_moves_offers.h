@@ -125,17 +125,20 @@ class MovesMaker {
         worth_ = 0;
         for (int i = 0; i < boxes; ++i) {
             const int bit = grid_.KeyToBit[key[i]];
+            assert(bit >= 0 && (i == 0 || key[i - 1] < key[i]));
             bits_[At(i)] = bit;
             boxSet_ = boxSet_ | region_.Single(bit);
             mix_ ^= grid_.BoxMix[At(bit)];
             worth_ += bound_.Box[At(bit)];
         }
         man_ = grid_.KeyToBit[key[boxes]];
+        assert(man_ >= 0 && !boxSet_.Has(man_));
     }
 
     // Calls found(bit, steps) for every asked cell in the man's reach, nearest first.
     template <typename Found>
     void Walk(int from, const Set& free, Set asked, Found found) const {
+        assert(free.Has(from) && !(asked - free).Any());
         Set front = region_.Single(from);
         Set open = free - front;
         for (int distance = 0;; ++distance) {
@@ -155,6 +158,7 @@ class MovesMaker {
     // The boxes of the neighbours to come: the position's, with one of them moved. Their bytes stay
     // in increasing order.
     void MoveBox(int from, int to) {
+        assert(boxSet_.Has(from) && !boxSet_.Has(to) && region_.Inside().Has(to));
         movedMix_ = mix_ ^ grid_.BoxMix[At(from)] ^ grid_.BoxMix[At(to)];
         movedWorth_ = worth_ - bound_.Box[At(from)] + bound_.Box[At(to)];
         const std::uint8_t gone = grid_.BitToKey[At(from)];
@@ -171,6 +175,7 @@ class MovesMaker {
         assert(at == boxCount_);  // one went, one came
     }
     void AddOffer(int man, int moves, MovesOffers& offers) const {
+        assert(region_.Inside().Has(man) && moves >= 1);
         std::uint8_t* key = offers.Add(
             {movedMix_ ^ grid_.ManMix[At(man)], movedWorth_ + bound_.Man[At(man)], moves});
         std::memcpy(key, moved_.data(), At(boxCount_));

@@ -59,6 +59,8 @@ class MovesTable {
           numPos_(memory.NumPos),
           indexMask_(
               (std::uint32_t{1} << std::bit_width(static_cast<std::uint32_t>(memory.NumPos))) - 1) {
+        assert(keyLength >= 2 && slots_ != nullptr);
+        assert(slotCount_ > static_cast<std::size_t>(numPos_));  // a free slot ends every path
     }
 
     [[nodiscard]] std::int32_t Count() const { return count_; }
@@ -95,6 +97,7 @@ class MovesTable {
     }
     // The position with this key, 0 when there is none.
     [[nodiscard]] std::int32_t Find(const std::uint8_t* key, std::uint64_t mix) const {
+        assert(Home(mix) < slotCount_);
         for (std::size_t h = Home(mix); slots_[h] != 0; h = Next(h)) {
             if (((slots_[h] ^ Print(mix)) & ~indexMask_) != 0) continue;
             const auto pos = static_cast<std::int32_t>(slots_[h] & indexMask_);
@@ -132,6 +135,7 @@ class MovesTable {
         return field;
     }
     void SetField(std::int32_t pos, int side, std::uint16_t field) {
+        assert(side == 0 || side == 1);
         std::memcpy(Row(pos) + static_cast<std::size_t>(side) * sizeof field, &field, sizeof field);
     }
     [[nodiscard]] std::size_t Next(std::size_t h) const { return h + 1 == slotCount_ ? 0 : h + 1; }
@@ -175,6 +179,7 @@ class BucketQueue {
             return memory == nullptr ? nullptr : new (memory) Chunk;
         }
         void Give(Chunk* chunk) {
+            assert(chunk != nullptr && chunk->Count == 0 && chunk != free_);
             chunk->Next = free_;
             free_ = chunk;
         }
@@ -195,6 +200,7 @@ class BucketQueue {
     // False when the memory is full.
     [[nodiscard]] bool Add(int bucket, std::int32_t pos) {
         assert(bucket >= 0 && static_cast<std::size_t>(bucket) < buckets_.size());
+        assert(pos >= 1);
         Bucket& to = buckets_[static_cast<std::size_t>(bucket)];
         if (to.Head == nullptr || to.Head->Count == std::size(to.Head->Waiting)) {
             Chunks::Chunk* chunk = chunks_->Take();
@@ -220,6 +226,8 @@ class BucketQueue {
         }
         --from.Waiting;
         --waiting_;
+        assert(from.Waiting >= 0 && waiting_ >= from.Waiting);
+        assert((from.Waiting == 0) == (from.Head == nullptr));
         return pos;
     }
 

@@ -24,6 +24,7 @@ class Tracer {
             const int direction = StepBack(at, moves);
             pushes.push_back({grid_.BitToCell[At(pushed_)], direction});
         }
+        assert(moves == 0);  // at the start
     }
     // From the meeting on to the end.
     void TraceOn(MovesPosition at, int moves, std::vector<BoxPush>& pushes) {
@@ -31,6 +32,7 @@ class Tracer {
             const int direction = StepOn(at, moves);
             pushes.push_back({grid_.BitToCell[At(pushed_)], direction});
         }
+        assert(moves == 0);  // at the end
     }
 
   private:
@@ -91,12 +93,14 @@ class Tracer {
     }
     static MovesPosition Moved(const MovesPosition& position, int from, int to) {
         MovesPosition moved = position;
+        assert(Has(position, from) && !Has(position, to));
         *std::find(moved.Boxes.begin(), moved.Boxes.end(), from) = to;
         std::sort(moved.Boxes.begin(), moved.Boxes.end());
         return moved;
     }
     // The man's steps from a cell to every other, -1 where he cannot go.
     [[nodiscard]] std::vector<int> Walks(const MovesPosition& position, int from) const {
+        assert(Free(position, from));
         std::vector<int> steps(Grid::kMaxBits, -1);
         std::vector<int> queue = {from};
         steps[At(from)] = 0;
@@ -138,10 +142,14 @@ MovesPosition MovesPosition::Read(const Grid& grid, const std::uint8_t* key, std
     MovesPosition position;
     for (std::size_t i = 0; i < boxes; ++i) position.Boxes.push_back(grid.KeyToBit[key[i]]);
     position.Man = grid.KeyToBit[key[boxes]];
+    assert(position.Man >= 0 && position.Boxes.size() == boxes);
     return position;
 }
 
 std::vector<BoxPush> TracePushes(const Grid& grid, const MovesTable& table, std::int32_t meeting) {
+    assert(meeting >= 1 && meeting <= table.Count());
+    assert(table.Moves(meeting, 0) < MovesTable::kUnknown);
+    assert(table.Moves(meeting, 1) < MovesTable::kUnknown);
     const auto at = MovesPosition::Read(grid, table.Key(meeting), grid.GoalBits.size());
     std::vector<BoxPush> pushes;
     Tracer tracer(grid, table);

@@ -28,11 +28,13 @@ class MovesWave final : public ChunkWork {
 
     // The bucket that chunks are made of from now on; none is under way.
     void Begin(BucketQueue& queue, int side, int bucket) {
+        assert((side == 0 || side == 1) && bucket >= 0);
         queue_ = &queue;
         side_ = side;
         bucket_ = bucket;
     }
     [[nodiscard]] const MovesOffers& In(int slot) const {
+        assert(slot >= 0 && static_cast<std::size_t>(slot) < offers_.size());
         return offers_[static_cast<std::size_t>(slot)];
     }
 
@@ -48,7 +50,10 @@ class MovesWave final : public ChunkWork {
         return true;
     }
     void Make(std::int32_t number, int slot, int thread) override {
+        assert(static_cast<std::size_t>(slot) < offers_.size());
+        assert(thread >= 0 && static_cast<std::size_t>(thread) < makers_.size());
         const Chunk& chunk = ChunkOf(number);
+        assert(chunk.Count >= 1 && chunk.Count <= kPositions);
         MovesOffers& offers = offers_[static_cast<std::size_t>(slot)];
         MovesMaker<Set>& maker = makers_[static_cast<std::size_t>(thread)];
         offers.Begin(chunk.Count);
@@ -85,6 +90,7 @@ class MovesWave final : public ChunkWork {
     // Takes so many positions, and marks those as taken on that were not before, with fewer moves
     // than when they were put here.
     void Fill(Chunk& chunk, std::int64_t count) {
+        assert(count >= 1 && count <= kPositions);
         std::array<std::int32_t, kPositions> taken{};
         for (std::int64_t i = 0; i < count; ++i) {
             taken[static_cast<std::size_t>(i)] = queue_->Take(bucket_);
@@ -99,6 +105,7 @@ class MovesWave final : public ChunkWork {
         }
     }
     [[nodiscard]] Chunk& ChunkOf(std::int32_t number) {
+        assert(number >= 0);
         return chunks_[static_cast<std::size_t>(number % ChunkRing::kAhead)];
     }
 

@@ -115,6 +115,7 @@ class Proof {
     // Links of all nodes of a layer to the layer that holds `run`, with far ends as positions.
     bool Links(const Layer& from, std::uint8_t side, LayerRun run, std::vector<Link>& links) {
         assert(run.Top >= 1 && run.Top <= run.End && !from.Nodes.empty());
+        assert(std::is_sorted(from.Nodes.begin(), from.Nodes.end()));
         links.clear();
         return expander_.FindLinks(from.Nodes, side, run, links);
     }
@@ -180,6 +181,7 @@ class Proof {
     }
     void SpreadNode(const Layer& layer, std::size_t node, std::span<const std::int32_t> out,
                     Layer& before, std::span<const std::int32_t> in) {
+        assert(node < layer.Nodes.size() && before.Cost.size() == before.Pushes.size());
         // A position that pulls reached from the middle always goes on; one that the middle's
         // pushes reached does so too, or the store would not hold it on the backward side.
         sources_.clear();

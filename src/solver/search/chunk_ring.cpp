@@ -51,6 +51,7 @@ int ChunkRing::Next() {
     ListMore();
     if (next_ >= listed_.Get()) return kNone;
     const int number = SlotOf(next_);
+    assert(number < slotCount_);
     Slot& slot = slots_[static_cast<std::size_t>(number)];
     std::int32_t listed = 0;
     for (;;) {
@@ -67,6 +68,7 @@ int ChunkRing::Next() {
 void ChunkRing::ListMore() {
     const std::int32_t before = listed_.Get();
     std::int32_t listed = before;
+    assert(before >= next_ && before - next_ <= kAhead);
     while (listed - next_ < kAhead && work_.List(listed, listed - next_)) ++listed;
     if (listed == before) return;
     if (!open_ && listed - next_ >= threads_.WorthFrom) {
@@ -87,7 +89,7 @@ bool ChunkRing::MakeNext(int thread, std::int32_t& listed) {
         if (number >= listed) return false;
     } while (!claimed_.compare_exchange_weak(number, number + 1, std::memory_order_relaxed));
     Slot& slot = slots_[static_cast<std::size_t>(SlotOf(number))];
-    assert(slot.Made.Get() < number);
+    assert(slot.Made.Get() < number && !slot.Fault);
     try {
         work_.Make(number, SlotOf(number), thread);
     } catch (...) {
@@ -114,11 +116,13 @@ void ChunkRing::StartThreads() {
 }
 
 void ChunkRing::Work(int thread) {
+    assert(thread >= 1 && thread < threads_.Count);
     std::int64_t seen = 0;
     std::unique_lock lock(mutex_);
     for (;;) {
         comeIn_.wait(lock, [&] { return quit_ || (open_ && jobNumber_ != seen); });
         if (quit_) return;
+        assert(seen < jobNumber_);
         seen = jobNumber_;
         ++working_;
         lock.unlock();

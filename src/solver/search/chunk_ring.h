@@ -2,6 +2,7 @@
 
 #include <array>
 #include <atomic>
+#include <cassert>
 #include <condition_variable>
 #include <cstdint>
 #include <exception>
@@ -93,7 +94,10 @@ class ChunkRing {
     // Claims a chunk and makes it. False: none may be made now; `listed` is what was seen of
     // Listed.
     bool MakeNext(int thread, std::int32_t& listed);
-    [[nodiscard]] int SlotOf(std::int32_t number) const { return number % slotCount_; }
+    [[nodiscard]] int SlotOf(std::int32_t number) const {
+        assert(number >= 0);
+        return number % slotCount_;
+    }
 
     ChunkWork& work_;
     ChunkThreads threads_;

@@ -22,6 +22,7 @@ class ManWalksOf final : public ManWalks {
     [[nodiscard]] int Walk(const std::uint8_t* key, std::uint8_t from, std::uint8_t to) override {
         const Set free = FreeCells(key);
         const int target = BitOf(to);
+        assert(free.Has(target) && free.Has(BitOf(from)));
         Set seen = Set::Of(BitOf(from));
         Set front = seen;
         for (int steps = 0;; ++steps) {

@@ -41,6 +41,7 @@ std::vector<std::int32_t> MeetingChain(const PositionStore& store, const Meeting
          p = store.Record(p).Parent)
         chain.push_back(p);
     chain.push_back(-1);
+    assert(chain[0] == 0);
     return chain;
 }
 
@@ -126,6 +127,7 @@ void MarkPath(PositionStore& store, std::int32_t a, std::int32_t b) {
     for (const std::int32_t end : {a, b}) {
         for (std::int32_t p = end; p >= 1;) {
             store.SetOnPath(p);
+            assert(store.Record(p).Parent < p);  // who was stored before
             p = store.Record(p).Parent;
         }
     }

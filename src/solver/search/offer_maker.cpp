@@ -1,6 +1,7 @@
 #include "solver/search/offer_maker.h"
 
 #include <algorithm>
+#include <cassert>
 
 namespace kavit {
 
@@ -17,6 +18,7 @@ void OfferMaker::MakeRoom(int slots, int threads) {
 
 void OfferMaker::Make(std::int32_t number, int slot, int thread) {
     assert(number >= 0 && First(number) < job_.Count());
+    assert(thread >= 0 && static_cast<std::size_t>(thread) < generators_.size());
     MoveGenerator& generator = *generators_[static_cast<std::size_t>(thread)];
     OfferChunk& chunk = In(slot);
     chunk.Empty();
@@ -44,6 +46,7 @@ OfferChunk& OfferMaker::MakeOne(std::int32_t pos, std::uint8_t side) {
     single_.Empty();
     AddMoves(*generators_.front(), pos, true, side, single_);
     single_.Hash(store_);
+    assert(single_.Parents().size() == 1);
     return single_;
 }
 

@@ -42,8 +42,14 @@ class OfferMaker final : public ChunkWork {
     OfferMaker(const PositionStore& store, const Grid& grid);
 
     // What the chunks are made of from now on; between two jobs of the ring.
-    void SetJob(const ExpandJob& job) { job_ = job; }
-    [[nodiscard]] OfferChunk& In(int slot) { return chunks_[static_cast<std::size_t>(slot)]; }
+    void SetJob(const ExpandJob& job) {
+        assert(job.Side == kForwTag || job.Side == kBackTag);
+        job_ = job;
+    }
+    [[nodiscard]] OfferChunk& In(int slot) {
+        assert(slot >= 0 && static_cast<std::size_t>(slot) < chunks_.size());
+        return chunks_[static_cast<std::size_t>(slot)];
+    }
 
     // The moves of one position, by the storing thread, in a chunk of their own.
     [[nodiscard]] OfferChunk& MakeOne(std::int32_t pos, std::uint8_t side);

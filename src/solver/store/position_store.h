@@ -106,6 +106,7 @@ class PositionStore {
     void SetOnPath(std::int32_t pos) {
         assert(pos >= 1);
         std::uint8_t& tag = TagOf(pos);
+        assert(tag % kPathMark == kForwTag || tag % kPathMark == kBackTag);
         if (tag < kPathMark)
             std::atomic_ref(tag).store(static_cast<std::uint8_t>(tag + kPathMark),
                                        std::memory_order_relaxed);
