@@ -3,8 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
+#include "solver/board/board_arrays.h"
+#include "solver/board/grid.h"
 #include "support/levels.h"
 
 namespace kavit {
@@ -40,6 +43,23 @@ TEST(BoardHints, DeadSquaresAndStuckBoxes) {
         const BoardHints hints = HintsOf(test::BoardOf(c.Level));
         EXPECT_EQ(hints.DeadSquares, c.Dead);
         EXPECT_EQ(hints.StuckBoxes, c.Stuck);
+    }
+}
+
+// A larger shape than needed costs a search time, and nothing else.
+TEST(Grid, HasTheSmallestShapeThatHoldsTheInside) {
+    using Shape = Grid::Shape;
+    const std::vector<std::tuple<std::size_t, int, Shape>> cases = {
+        {7, 15, Shape::kRows16x8},  {8, 8, Shape::kRows8x16},  {15, 8, Shape::kRows8x16},
+        {15, 9, Shape::kRows16x16}, {8, 9, Shape::kRows16x16}, {16, 2, Shape::kRows16x32}};
+    for (const auto& [cols, rows, shape] : cases) {
+        std::string level =
+            std::string(cols + 2, '#') + "\n#@$." + std::string(cols - 3, ' ') + "#\n";
+        for (int row = 1; row < rows; ++row) level += "#" + std::string(cols, ' ') + "#\n";
+        BoardArrays arrays;
+        ASSERT_EQ(AnalyseBoard(test::BoardOf(level + std::string(cols + 2, '#')), 8, arrays),
+                  Result::Ok);
+        EXPECT_EQ(Grid(arrays).BoardShape, shape) << cols << " " << rows;
     }
 }
 

@@ -105,20 +105,20 @@ void FillReach(BoardArrays& a) {
     }
 }
 
-// Inside cells past 255 do not fit a key byte: number the inside cells instead. False: there are
-// more than a byte can number.
-bool NumberInside(BoardArrays& a) {
+// Inside cells past 255 do not fit a key byte: number the inside cells instead, of which the
+// largest board has 255.
+void NumberInside(BoardArrays& a) {
     assert(a.Enclosed && Maxcol < a.FirstIn && a.FirstIn <= a.LastIn);
     a.SqCompact = a.LastIn > 255;
-    if (!a.SqCompact) return true;
+    if (!a.SqCompact) return;
+    static_assert((Maxrow - 2) * (Maxcol - 2) <= 255);
     int k = 0;
     for (int c = a.FirstIn; c <= a.LastIn; ++c) {
         if (!a.Inside(c)) continue;
-        if (++k > 255) return false;
+        ++k;
         Cell(a.CellToIdx, c) = static_cast<std::uint8_t>(k);
         a.IdxToCell[static_cast<std::size_t>(k)] = static_cast<std::int16_t>(c);
     }
-    return true;
 }
 
 // A square stays dead when no pulls on the empty board bring a box there from a goal.
@@ -168,7 +168,8 @@ Result AnalyseBoard(const Board& board, int blocks, BoardArrays& arrays) {
         return Result::StrangeMapping;
     if (counts.Boxes == counts.BoxesOnGoals) return Result::AlreadySolved;
     if (arrays.NumBoxes > blocks) return Result::TooManyBoxes;
-    if (!DescribeSquares(arrays) || !NumberInside(arrays)) return Result::StrangeMapping;
+    if (!DescribeSquares(arrays)) return Result::StrangeMapping;
+    NumberInside(arrays);
     return FrozenCheck(arrays);
 }
 

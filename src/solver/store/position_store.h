@@ -40,7 +40,7 @@ struct PosRecord {
     [[nodiscard]] std::uint8_t Side() const {
         return static_cast<std::uint8_t>(OnPath() ? Tag - kPathMark : Tag);
     }
-    [[nodiscard]] bool OnPath() const { return Tag >= kPathMark; }
+    [[nodiscard]] bool OnPath() const { return Tag > kBackTag; }
 };
 static_assert(std::endian::native == std::endian::little);  // HasKey cuts words at their high end
 static_assert(sizeof(PosRecord) == 8 && std::is_trivially_copyable_v<PosRecord>);
@@ -100,7 +100,7 @@ class PositionStore {
     }
     [[nodiscard]] bool OnPath(std::int32_t pos) const {
         assert(pos >= 1);
-        return std::atomic_ref(TagOf(pos)).load(std::memory_order_relaxed) >= kPathMark;
+        return std::atomic_ref(TagOf(pos)).load(std::memory_order_relaxed) > kBackTag;
     }
     // Marks the position, where it is not marked yet.
     void SetOnPath(std::int32_t pos) {
