@@ -37,6 +37,9 @@ const std::map<std::string, std::string> kLevels = {
      "#####\n#@$.#\n#####\nTitle: One\n\n######\n#@ $.#\n######\nTitle: Two\nSolution\nrR\n\n"
      "##########\n#@ $ $ ..#\n##########\nTitle: Three\n"},
     {"room", "#######\n#@ $ .#\n#     #\n#######\n"},
+    {"ring",
+     "#########\n#   .   #\n#   #   #\n#  ###  #\n# $# #$ #\n#  ###  #\n#   #   #\n#@  .   "
+     "#\n#########\n"},
     {"broad", "##################\n#@$.             #\n##################\n"},
 };
 
@@ -129,6 +132,7 @@ class Flow {
             {"home", [](Model& m) { m.EndPressed(false); }},
             {"end", [](Model& m) { m.EndPressed(true); }},
             {"space", [](Model& m) { m.SpacePressed(); }},
+            {"solution", [&](Model& m) { m.Solution.Choose(number); }},
             {"goto", [&](Model& m) { m.Solution.GoTo(number); }},
             {"letter1", [&](Model& m) { m.Solution.TextClicked(text, 1); }},
             {"hand", [](Model& m) { m.Play.GiveArrows(false); }},
@@ -756,8 +760,9 @@ TEST_F(FlowTest, SettingsPanel) {
 }
 
 TEST_F(FlowTest, SettingsFilesThatDoNotHold) {
-    const std::pair<const char*, const char*> rows[] = {
+    const std::pair<std::string, const char*> rows[] = {
         // the file, and part of the message
+        {std::string(100000, ' '), "is malformed: it is longer"},
         {"", "found 0"},
         {" 4000000  8  300  1  0 ", "found 5"},
         {" 4000000  8  300  1  0  0  0 ", "found 7"},

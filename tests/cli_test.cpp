@@ -416,6 +416,7 @@ TEST_F(Cli, Collections) {
     }
     const ProgramRun list = Run({"--list", "album#1.txt"});
     EXPECT_EQ(list.Status, 0);
+    EXPECT_FALSE(Contains(Run({"--list", "album#1.txt#1", "missing.xsb"}).Err, "left out"));
     const ProgramRun wrong = Run({"--list", "missing.xsb", "album#1.txt#9", "wide.xsb"});
     EXPECT_EQ(wrong.Status, 5);
     EXPECT_EQ(wrong.Out, "wide.xsb\n");
@@ -583,6 +584,7 @@ TEST_F(Cli, SignalsAndProgress) {
         for (std::size_t at = 0; (at = run.Err.find("\x1b[K[", at)) != std::string::npos; ++at)
             EXPECT_LT(run.Err.find('\r', at) - (at + 3), 50U) << run.Err;
         EXPECT_TRUE(Contains(run.Err, "stopped before two.xsb")) << run.Err;
+        EXPECT_TRUE(Contains(run.Err, "slowest: endless.xsb ")) << run.Err;
         EXPECT_EQ(Run({"--list", "all.sok"}).Out, "all.sok#1\nall.sok#2\nall.sok#3\n");
         const std::vector<Json> objects = Objects(run.Out);
         ASSERT_EQ(objects.size(), 2U) << run.Out;

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <fstream>
 #include <limits>
 
 #include "solver/solver.h"
@@ -203,6 +205,7 @@ TEST(FaultMemory, LimitsAnswerAtOnce) {
         Solver solver(source);
         const ApplyReply reply = solver.ApplySizes(c.Fields);
         EXPECT_EQ(reply.Message, c.Message) << c.Fields.NumPos << " " << c.Fields.Blocks;
+        EXPECT_EQ(reply.Reallocated, reply.Ok) << c.Message;
         // At once: nothing was taken that would have to be touched or given back.
         EXPECT_EQ(source.Takes, c.Message.empty() ? 2 : 0) << c.Fields.NumPos;
     }
@@ -235,6 +238,29 @@ TEST(FaultMemory, MostBytesCountsWhatTheStoreHolds) {
     const std::int64_t most = PositionsFor(solver.MostBytes(), 8);
     EXPECT_FALSE(solver.ApplySizes({most + 1, 8, 300}).Ok);
     EXPECT_TRUE(solver.ApplySizes({most, 8, 300}).Ok);
+}
+
+// Blocks of the heap and of the kernel: zeroed when taken and when cleared, and given back whole.
+TEST(FaultMemory, BlocksOfTheMachine) {
+    MemorySource& machine = MachineMemory();
+    const auto mappedPages = [] {
+        std::int64_t pages = 0;
+        std::ifstream("/proc/self/statm") >> pages;
+        return pages;
+    };
+    const std::int64_t before = mappedPages();
+    for (int round = 0; round < 40; ++round) {
+        for (const int bytes : {1, 64, (1 << 18) - 1, 1 << 18, 2 << 20, (2 << 20) + 1}) {
+            auto* begin = static_cast<char*>(machine.Take(static_cast<std::size_t>(bytes)));
+            ASSERT_EQ(reinterpret_cast<std::uintptr_t>(begin) % 64, 0U);
+            EXPECT_EQ(std::count(begin, begin + bytes, 0), bytes);
+            std::fill(begin, begin + bytes, 7);
+            machine.Clear(begin, static_cast<std::size_t>(bytes));
+            EXPECT_EQ(std::count(begin, begin + bytes, 0), bytes);
+            machine.Give(begin, static_cast<std::size_t>(bytes));
+        }
+    }
+    EXPECT_LT(mappedPages() - before, 2000);
 }
 
 }  // namespace

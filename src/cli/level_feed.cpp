@@ -56,7 +56,6 @@ std::optional<LevelEntry> LevelFeed::Next() {
         if (reader_) {
             if (auto entry = NextOfCollection()) return entry;
             reader_.reset();
-            stream_.reset();
         }
         if (next_ == files_.size()) return std::nullopt;
         if (auto entry = Open(files_[next_++])) return entry;
@@ -108,7 +107,6 @@ std::optional<LevelEntry> LevelFeed::Open(const LevelFile& file) {
     // itself what it leaves out.
     auto level = reader_->Next();
     reader_.reset();
-    stream_.reset();
     if (!level && file.FromFolder && EndsWithTxt(file.Name)) return std::nullopt;
     entry.Level = level.value_or(CollectionLevel{});
     entry.Level.Index = 1;

@@ -1,5 +1,6 @@
 #include "app/view/main_window.h"
 #include "app/view/layer_chart.h"
+#include "app/view/level_list.h"
 #include "app/view/theme.h"
 
 #include <QAccessible>
@@ -216,7 +217,7 @@ class MainWindowTest : public QObject {
 
     // Board, marks and signs as they were looked at once; nothing here has a letter in it.
     void looksAsPainted() {
-        QImage found(880, 440, QImage::Format_RGB32);
+        QImage found(880, 490, QImage::Format_RGB32);
         found.fill(Qt::gray);
         QPainter painter(&found);
         kavit::BoardView board;
@@ -250,6 +251,14 @@ class MainWindowTest : public QObject {
         slider->setPalette(board.palette());
         slider->resize(300, 28);
         painter.drawPixmap(x, 380, slider->grab());
+        for (const bool dark : {false, true}) {
+            kavit::LevelTable table;
+            table.ShowDark(dark);
+            table.Show({{"", "##### \n#.$*#\n#@ ###\n#+#  \n###", ""}});
+            painter.drawPixmap(
+                dark ? 50 : 0, 440,
+                table.index(0, 0).data(Qt::DecorationRole).value<QPixmap>().scaled(48, 48));
+        }
         painter.end();
         found.save("pictures.png");
         const QImage seen = QImage(KAVIT_APP_FILES "/pictures.png").convertedTo(found.format());
@@ -436,7 +445,11 @@ class MainWindowTest : public QObject {
         };
         for (const int row : {0, 2}) {
             QTest::mousePress(Board(), Qt::LeftButton, {}, at(row * 19));
-            for (const int x : {1, 5}) {  // a pointer in a hurry
+            QMouseEvent second(QEvent::MouseButtonPress, at(row * 19),
+                               Board()->mapToGlobal(at(row * 19)), Qt::RightButton,
+                               Qt::LeftButton | Qt::RightButton, Qt::NoModifier);
+            QApplication::sendEvent(Board(), &second);  // and nothing comes of it
+            for (const int x : {1, 5}) {                // a pointer in a hurry
                 QMouseEvent move(QEvent::MouseMove, at(row * 19 + x),
                                  Board()->mapToGlobal(at(row * 19 + x)), Qt::NoButton,
                                  Qt::LeftButton, Qt::NoModifier);

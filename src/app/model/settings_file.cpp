@@ -118,13 +118,13 @@ SettingsReply ReadSettings(const std::filesystem::path& file) {
     std::string text(kMostBytes, '\0');
     stream.read(text.data(), static_cast<std::streamsize>(text.size()));
     text.resize(static_cast<std::size_t>(stream.gcount()));
-    if (!stream.eof() && text.size() < kMostBytes) {
-        reply.Fault =
-            name + " can't be read: " + std::error_code(errno, std::generic_category()).message();
-        return reply;
-    }
     if (text.size() == kMostBytes) {  // a number may have been cut in two
         reply.Fault = name + " is malformed: it is longer than six numbers need.";
+        return reply;
+    }
+    if (!stream.eof()) {
+        reply.Fault =
+            name + " can't be read: " + std::error_code(errno, std::generic_category()).message();
         return reply;
     }
     reply = ParseSettings(text);

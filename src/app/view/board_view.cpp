@@ -326,14 +326,8 @@ void BoardView::EndKeyDrag() {
     if (std::exchange(keyDrag_, false)) emit CellUp(cursor_);
 }
 
-void BoardView::focusInEvent(QFocusEvent* event) {
-    update();
-    QWidget::focusInEvent(event);
-}
-
 void BoardView::focusOutEvent(QFocusEvent* event) {
     EndKeyDrag();
-    update();
     QWidget::focusOutEvent(event);
 }
 
