@@ -211,6 +211,14 @@ TEST(FaultMemory, LimitsAnswerAtOnce) {
     }
 }
 
+TEST(FaultMemory, TheLargestSizesAreAskedFor) {
+    FailingSource source;
+    source.FailAt = 1;
+    Solver solver(source);
+    EXPECT_FALSE(solver.ApplySizes({2147483647, 32767, 86400}).Ok);
+    EXPECT_EQ(source.Takes, 1);
+}
+
 // What a store may take: what is free, and what the one in force really uses of its own.
 TEST(FaultMemory, MostBytesCountsWhatTheStoreHolds) {
     constexpr std::uint64_t kMib = std::uint64_t{1} << 20;

@@ -111,6 +111,7 @@ TEST(Collection, TellsWhatBelongsToWhat) {
         {"A\nSolution: see below\nSolutions\n", "1<Solution: see below//Solutions/>A "},
         {"A\nR3\n", "1A !4-4 moves that make no sense, or too many of them "},
         {"A\n9999999R\n", "1A !4-4 moves that make no sense, or too many of them "},
+        {"A\n999999(lR)\n", "1A !4-4 moves that make no sense, or too many of them "},
         {"A\n2(R\n)3R\n\nSolution: 3\n", "1<Solution: 3///RRRRR>A "},
         {"A\n(R\n\nB\n2R)",
          "1A 6B !4-4 moves that make no sense, or too many of them "

@@ -45,6 +45,11 @@ TEST_F(AtomicFile, WritesReplacesAndKeepsPermissions) {
     EXPECT_EQ(temp_.Read("a.sol"), "");
     EXPECT_EQ(fs::status(file).permissions(), fs::perms{0740});
     EXPECT_EQ(Names(), "a.sol ");
+    // What a process of the same number left behind is not written into, and nothing is added.
+    temp_.Write(".kavit-" + std::to_string(getpid()) + "-0.tmp", "");
+    const std::string names = Names();
+    EXPECT_EQ(WriteWholeFile(file, "x"), "");
+    EXPECT_EQ(Names(), names);
 }
 
 TEST_F(AtomicFile, ALinkStaysALink) {

@@ -99,6 +99,46 @@ TEST(Progress, LayersAndBound) {
     EXPECT_EQ(steps.Bound, solver.Kept(1)->SolPushes + 1) << "the last step counts as whole";
 }
 
+// Every call of a solve, in its order: messages by number, sides, and positions as progress.
+struct Calls : SolverHooks {
+    void ShowProgress(std::int64_t positions) override { Add(std::to_string(positions) + "p"); }
+    void ShowSide(char side) override { Add(std::string(1, side)); }
+    void ShowMsg(Result message) override { Add("m" + std::to_string(static_cast<int>(message))); }
+    void Add(const std::string& call) {
+        if (call == Last) {
+            ++Times;
+            return;
+        }
+        Text += (Times > 1 ? "*" + std::to_string(Times) + " " : " ") + call;
+        Last = call;
+        Times = 1;
+    }
+    std::string Text, Last;
+    int Times = 0;
+};
+
+TEST(Progress, CallsOfASolve) {
+    Solver solver;
+    ASSERT_TRUE(solver.ApplySizes({100000, 8, 300}).Ok);
+    Calls calls;
+    const Board board = test::BoardOfFile(KAVIT_EXAMPLES_FOLDER "/05-crossing.xsb");
+    ASSERT_EQ(solver.AnalyseBoard(board, {.OptLevel = OptLevel::SomethingPlus}), Result::Ok);
+    ASSERT_EQ(solver.Search(calls), Result::Ok);
+    EXPECT_EQ(solver.OptimizeMoves(calls), Result::GoOn);
+    calls.Add("end");
+    EXPECT_EQ(
+        calls.Text,
+        " 2p m5 2 m5 1 m5 2 m5 1 m5 2 m5 1 m5 2 m5 1 m5 2 m5 1 m5 2 m5 1 m5 2 m5 1 m5 2 m5 1 m5 2 "
+        "m5 1 5000p m5 2 m5 1 m5 2 m5 1 10000p m5 2 m5 2 15000p m5 1 m5 2 20000p m5 1 25000p m5 2 "
+        "m5 1 30000p m5 2 35000p m5 2 40000p m5 2 45000p m5 2 50000p m5 2 m91 m28*6 m5 51245p m25 "
+        "F 51245p m25 B 51245p m25 B 51245p m25 F 51245p m25 B 51245p m25 F 51245p m25 B 51245p "
+        "m25 F 51245p m25 B 51245p m25 F 51245p m25 B 51245p m25 F 51245p m25 B 51245p m25 F "
+        "51245p m25 B 51245p m25 F 51245p m25 B 51245p m25 F 51245p m25 B 51245p m25 F 51245p m25 "
+        "B 51245p m25 F 51245p m25 B 51245p m25 F 51245p m25 B 51245p m25 B 51245p m25 F 51245p "
+        "m25 B 51245p m25 F 51245p m25 B 51245p m25 B 51245p m25 B 51245p m25 B 51245p B m28 m26 F "
+        "m28 52227p m26 F m28 53442p m26 B*2 53775p m26 B*2 54264p*2 m28 end");
+}
+
 TEST(RecordedSolution, AsItCompares) {
     const Board board = test::BoardOf("#######\n#@$  .#\n#     #\n#######\n");
     struct Case {

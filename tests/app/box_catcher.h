@@ -17,7 +17,11 @@ class BoxCatcher : public QObject {
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() != QEvent::Show) return false;
         if (auto* box = qobject_cast<QMessageBox*>(watched)) {
-            Texts.append(box->text());
+            QStringList buttons;
+            for (const auto* button : box->buttons())
+                buttons += button->text().remove('&') + (button == box->defaultButton() ? "*" : "");
+            Texts.append(box->text() +
+                         (buttons.size() > 1 ? " [" + buttons.join(' ') + "]" : QString()));
             Plain = Plain && box->textFormat() == Qt::PlainText;
             QTimer::singleShot(0, box, [this, box] {
                 auto* button = box->button(Answer);

@@ -21,6 +21,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSettings>
+#include <QSignalSpy>
 #include <QSlider>
 #include <QTableView>
 #include <QTest>
@@ -46,7 +47,9 @@ constexpr const char* kProperties =
     "lineWrapMode textVisible maximum value frameShape frameShadow acceptDrops mouseTracking "
     "autoRaise popupMode arrowType iconSize toolTipsVisible menuRole features autoFillBackground "
     "selectionMode selectionBehavior editTriggers alternatingRowColors sortingEnabled showGrid "
-    "currentIndex pageStep singleStep widgetResizable sizeAdjustPolicy";
+    "currentIndex pageStep singleStep widgetResizable sizeAdjustPolicy wordWrap tabKeyNavigation "
+    "placeholderText clearButtonEnabled toolButtonStyle default acceptMode fileMode defaultSuffix "
+    "labelText textValue";
 
 QString TextOf(const QVariant& value) {
     if (value.typeId() == QMetaType::QSize)
@@ -64,7 +67,8 @@ QString TextOf(const QVariant& value) {
 struct Listeners : QObject {
     static QString Of(const QObject* object) {
         static const QRegularExpression heard(
-            "^(clicked|triggered|toggled|activated|timeout|\\w*[tT]extChanged|valueChanged|"
+            "^(clicked|finished|triggered|toggled|activated|timeout|\\w*[tT]extChanged|"
+            "valueChanged|"
             "sliderMoved|currentChanged|cursorPositionChanged|[A-Z]\\w*)\\(");
         QString text;
         for (int i = 0; i < object->metaObject()->methodCount(); ++i) {
@@ -114,6 +118,7 @@ void Describe(const QObject* object, const QString& indent, QString& text) {
         QString value = TextOf(object->property(qPrintable(name))).replace('\n', ' ');
         const bool usual = value == "0" || value == "0x0" || value.startsWith("16777215") ||
                            value == "NoFocus" || value == "TextHeuristicRole" ||
+                           value == "ToolButtonIconOnly" || value.startsWith("524287") ||
                            value == (name == "enabled" || name == "visible" ? "true" : "false");
         if (value.isEmpty() || usual) continue;
         if (object->objectName() == "lblMemory" && name == "text") value = "the machine's";
@@ -121,8 +126,14 @@ void Describe(const QObject* object, const QString& indent, QString& text) {
     }
     text += Listeners::Of(object);
     if (const auto* layout = qobject_cast<const QLayout*>(object)) text += ItemsOf(*layout);
+    if (const auto* files = qobject_cast<const QFileDialog*>(object))
+        text += " " + files->nameFilters().join(';') + " now " + files->selectedNameFilter();
+    if (const auto* table = qobject_cast<const QTableView*>(object))
+        for (int column = 0; column < table->model()->columnCount(); ++column)
+            text += QString(" |%1").arg(table->columnWidth(column));
     text += '\n';
-    for (const char* whole : {"QComboBox", "QLineEdit", "QAbstractScrollArea", "QAbstractButton"})
+    for (const char* whole :
+         {"QComboBox", "QLineEdit", "QAbstractScrollArea", "QAbstractButton", "QFileDialog"})
         if (object->inherits(whole)) return;
     for (const QObject* child : object->children()) Describe(child, indent + " ", text);
 }
@@ -204,6 +215,13 @@ class MainWindowTest : public QObject {
         Do("mnuHlpAbout");
         QString found;
         Describe(window_.get(), "", found);
+        Open("album.txt", (std::string(kEasy) + "\n#####\n#@$.#\n#####\n").c_str());
+        Solve();
+        boxes_->OnDialog = [&found](QDialog* dialog) {
+            Describe(dialog, "", found);
+            dialog->reject();
+        };
+        Do("mnuSaveSolution mnuSaveLevelAs mnuSaveCollection mnuOpen0 mnuEx10 btnSaveChart");
         QFile left("window.txt");
         QVERIFY(left.open(QFile::WriteOnly) && left.write(found.toUtf8()) > 0);
         QFile file(KAVIT_APP_FILES "/window.txt");
@@ -350,7 +368,12 @@ class MainWindowTest : public QObject {
         Do("btnSOLVE");
         QVERIFY(!text->isVisible());
         Find<QTimer>("TimerAnim")->setInterval(5);
+        const auto sign = [this] {
+            return Find<QToolButton>("btnPlay")->icon().pixmap(24, 24).toImage();
+        };
+        const QImage still = sign();
         Do("btnANIM");
+        QVERIFY(sign() != still);
         QCOMPARE(Caption("btnANIM"), QString("STOP"));
         QTRY_COMPARE(Caption("btnANIM"), QString("REPEAT"));
         QCOMPARE(Line("txtRight"), QString("Moves:  3/3"));
@@ -457,6 +480,9 @@ class MainWindowTest : public QObject {
             }
             QTest::mouseRelease(Board(), Qt::LeftButton, {}, at(row * 19 + 5));
         }
+        const QSignalSpy ups(Board(), &kavit::BoardView::CellUp);
+        ClickCell(0);
+        QCOMPARE(ups.count(), 1);
         for (const auto& [tool, cell] : {std::pair{"ImgEdit4", 19},
                                          {"ImgEdit4", 24},
                                          {"ImgEdit5", 20},
@@ -477,10 +503,14 @@ class MainWindowTest : public QObject {
         paint("ImgEdit3", 60);
         Activate();
         QTest::keyClick(window_.get(), Qt::Key_Escape);
-        QCOMPARE(boxes_->Take(), QString("Undo all changes since the editing began?"));
+        QCOMPARE(boxes_->Take(), QString("Undo all changes since the editing began? [Yes No]"));
         Do("btnANIM mnuCopyBoard");
         QVERIFY(QApplication::clipboard()->text().contains("#.$ @#"));
         QVERIFY(!QApplication::clipboard()->text().contains('*'));
+        boxes_->Answer = QMessageBox::Cancel;
+        Do("mnuExit");
+        QVERIFY(window_->isVisible());
+        QCOMPARE(boxes_->Take(), QString("The board was changed. Save it? [Save Cancel Discard]"));
     }
 
     // Keys go to the game while the focus stands on a button, and to the replay behind a solve.
@@ -555,6 +585,7 @@ class MainWindowTest : public QObject {
         Open("room.xsb", kEasy);
         Solve();
         Do("mnuClosing");
+        QVERIFY(Find("btnClosing")->isChecked());
         int controls = 0;
         const std::function<void(QAccessibleInterface*)> walk = [&](QAccessibleInterface* at) {
             if (at->state().invisible || at->role() == QAccessible::ScrollBar) return;
@@ -607,12 +638,19 @@ class MainWindowTest : public QObject {
                 }
             }
         }
+        Open("album.txt", (std::string(kEasy) + "\n#####\n#@$.#\n#####\n").c_str());
+        const auto painted = [&] {
+            const QModelIndex first = Find<QTableView>("lstLevels")->model()->index(0, 0);
+            return std::array{Board()->grab().toImage(),
+                              Find<QToolButton>("btnPlay")->icon().pixmap(24, 24).toImage(),
+                              first.data(Qt::DecorationRole).value<QPixmap>().toImage()};
+        };
         Do("mnuTheme2");
         QTRY_VERIFY(kavit::IsDark(window_->palette()));
-        const QImage dark = Board()->grab().toImage();
+        const auto dark = painted();
         Do("mnuTheme1");
         QTRY_VERIFY(!kavit::IsDark(window_->palette()));
-        QVERIFY(Board()->grab().toImage() != dark);
+        for (std::size_t i = 0; i < dark.size(); ++i) QVERIFY(painted()[i] != dark[i]);
         Do("mnuTheme0");
     }
 
@@ -698,7 +736,7 @@ class MainWindowTest : public QObject {
     void nothingIsMarkup() {
         Open("<b>x & y[*].xsb", "#####\n#<$.#\n#####\n");
         QCOMPARE(boxes_->Take(), QString("Invalid char '<' in Xsb; Assumed Space\n\nOK reads on, "
-                                         "Cancel ends the program."));
+                                         "Cancel ends the program. [OK Cancel]"));
         QVERIFY(window_->windowTitle().contains("<b>x & y"));
         Do("mnuHlpInfo");
         auto* help = Find<QDialog>("HelpForm");
@@ -721,7 +759,8 @@ class MainWindowTest : public QObject {
         Find<QAbstractButton>("chkNoWriteSol")->click();
         boxes_->OnDialog = [](QDialog* dialog) { dialog->accept(); };
         boxes_->Answer = QMessageBox::Yes;
-        for (const char* box : {"", "<b>my \"best\" &amp; %1.sol exists already. Replace it?"}) {
+        for (const char* box :
+             {"", "<b>my \"best\" &amp; %1.sol exists already. Replace it? [Yes No*]"}) {
             Open("<b>my \"best\" &amp; %1.xsb", kEasy);
             Solve();
             QCOMPARE(boxes_->Take(), QString(box));

@@ -104,7 +104,6 @@ std::optional<std::string> AskForSaveFile(QWidget* parent, FileKind kind, const 
     FileDialog dialog(parent, title, FromPath(folder));
     dialog.setObjectName(look.Name);
     dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setDefaultSuffix(look.Suffix);
     dialog.setNameFilter(look.Filter);
     return Chosen(dialog.Ask(FromPath(name)));
