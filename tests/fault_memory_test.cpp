@@ -256,18 +256,19 @@ TEST(FaultMemory, BlocksOfTheMachine) {
         std::ifstream("/proc/self/statm") >> pages;
         return pages;
     };
+    const auto use = [&machine](int bytes) {
+        auto* begin = static_cast<char*>(machine.Take(static_cast<std::size_t>(bytes)));
+        ASSERT_EQ(reinterpret_cast<std::uintptr_t>(begin) % 64, 0U);
+        EXPECT_EQ(std::count(begin, begin + bytes, 0), bytes);
+        std::fill(begin, begin + bytes, 7);
+        machine.Clear(begin, static_cast<std::size_t>(bytes));
+        EXPECT_EQ(std::count(begin, begin + bytes, 0), bytes);
+        machine.Give(begin, static_cast<std::size_t>(bytes));
+    };
+    for (const int bytes : {1, 64, (1 << 18) - 1}) use(bytes);
     const std::int64_t before = mappedPages();
-    for (int round = 0; round < 40; ++round) {
-        for (const int bytes : {1, 64, (1 << 18) - 1, 1 << 18, 2 << 20, (2 << 20) + 1}) {
-            auto* begin = static_cast<char*>(machine.Take(static_cast<std::size_t>(bytes)));
-            ASSERT_EQ(reinterpret_cast<std::uintptr_t>(begin) % 64, 0U);
-            EXPECT_EQ(std::count(begin, begin + bytes, 0), bytes);
-            std::fill(begin, begin + bytes, 7);
-            machine.Clear(begin, static_cast<std::size_t>(bytes));
-            EXPECT_EQ(std::count(begin, begin + bytes, 0), bytes);
-            machine.Give(begin, static_cast<std::size_t>(bytes));
-        }
-    }
+    for (int round = 0; round < 40; ++round)
+        for (const int bytes : {1 << 18, 2 << 20, (2 << 20) + 1}) use(bytes);
     EXPECT_LT(mappedPages() - before, 2000);
 }
 

@@ -90,7 +90,6 @@ struct SearchCounters {
     std::int64_t RHashCnt = 0;      // re-probes
     // No solution has fewer pushes: every layer expanded whole without a meeting proves one more.
     std::int64_t PushesLowerBound = 0;
-    std::int64_t LayerSize = 0;     // positions in the layer that is being expanded
     std::int64_t SeaSteps = 0;      // layers expanded by the search
     std::int64_t ForwDepth = 0;     // layers expanded forward ("Sea1")
     std::int64_t BackDepth = 0;     // layers expanded backward ("Sea2")

@@ -553,6 +553,8 @@ class MainWindowTest : public QObject {
         Activate();
         Do("mnuAside mnuEditBoard");
         QVERIFY(Board()->hasFocus());
+        QCOMPARE(Board()->grab().toImage().pixelColor(1, 9),
+                 Board()->palette().color(QPalette::Highlight));
         const auto press = [&](const QString& keys, Qt::KeyboardModifiers with = {}) {
             const QHash<QChar, Qt::Key> names = {{'l', Qt::Key_Left},  {'d', Qt::Key_Down},
                                                  {'r', Qt::Key_Right}, {'u', Qt::Key_Up},
@@ -724,6 +726,8 @@ class MainWindowTest : public QObject {
         QCOMPARE(window_->windowTitle(), QString("kavit album-2"));
         Solve();
         QCOMPARE(table->model()->index(1, 4).data().toString(), QString("1/1"));
+        Do("mnuOpen3");
+        QCOMPARE(table->currentIndex().row(), 0);
         Do("mnuSolveAll");
         QTRY_COMPARE(table->model()->index(0, 4).data().toString(), QString("2/3"));
         Do("mnuLevelList");

@@ -303,19 +303,20 @@ bool MainWindow::TakeKey(int key, Qt::KeyboardModifiers modifiers) {
             return arrow(3);
         case Qt::Key_Home:
             Run([](Model& m) { m.EndPressed(false); });
-            return true;
+            break;
         case Qt::Key_End:
             Run([](Model& m) { m.EndPressed(true); });
-            return true;
+            break;
         case Qt::Key_Backspace:
             Run([](Model& m) { m.Undo(); });
-            return true;
+            break;
         case Qt::Key_Space:
             Run([](Model& m) { m.SpacePressed(); });
-            return true;
+            break;
         default:
             return false;
     }
+    return true;
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {

@@ -85,7 +85,6 @@ Result Step(SearchState& state, Expander& expander, std::uint8_t side, std::int3
     assert(side == kForwTag || side == kBackTag);
     assert(0 <= top && top <= end && end <= state.Counters.BucketCnt);
     state.Counters.PushesLowerBound = state.Counters.ForwDepth + state.Counters.BackDepth + 1;
-    state.Counters.LayerSize = end - top + 1;
     depth += 1;
     const ExpandJob job{.Side = side, .Top = top, .End = end};
     state.DuplicateBound = top;
