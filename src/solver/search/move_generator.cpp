@@ -107,18 +107,12 @@ class MoveGeneratorOf final : public MoveGenerator {
         unsigned fours = 0;
         do {
             const Set before = open | front;
-            Set ones;
-            Set twos;
-            front = NextFront(front, open);
-            ones = front;
-            front = NextFront(front, open);
-            twos = front;
-            front = NextFront(front, open);
-            ones = ones | front;
-            twos = twos | front;
-            front = NextFront(front, open);
-            digits_[0] = digits_[0] | ones;
-            digits_[1] = digits_[1] | twos;
+            const Set one = NextFront(front, open);
+            const Set two = NextFront(one, open);
+            const Set three = NextFront(two, open);
+            front = NextFront(three, open);
+            digits_[0] = digits_[0] | one | three;
+            digits_[1] = digits_[1] | two | three;
             const Set made = before - open - front;
             for (unsigned rest = fours; rest != 0; rest &= rest - 1) {
                 Set& digit = digits_[2 + static_cast<std::size_t>(std::countr_zero(rest))];
