@@ -77,6 +77,7 @@ TEST(Collection, TellsWhatBelongsToWhat) {
         // Text above, below and between.
         {"t\nA\n\nu\nB", "2<t///>A 7<u///>B "},
         {"A\nt\n\nB\nu", "1<t///>A 6<u///>B "},
+        {"A\n*\n\nB", "1<*///>A 6B "},
         {"A\nt\nB\nu\nC", "1<t///>A 5<u///>B 9C "},
         {"t\nA\nu\nB\nv\nw", "2<t///>A 6<u//v|w/>B "},
         {"A\n\nt\n\nB\n\nu\n\nC\n\n", "1<t///>A 7<u///>B 13C "},
@@ -116,9 +117,11 @@ TEST(Collection, TellsWhatBelongsToWhat) {
         {"A\n(R\n\nB\n2R)",
          "1A 6B !4-4 moves that make no sense, or too many of them "
          "!9-9 moves that make no sense, or too many of them "},
+        {"A\nSolution\nLulu\n\nlu", "1<lu///Lulu>A "},
         // What is skipped, with its text and its solution.
         {"###\n#x@#\n###\nt\nR\n\nB", "7B !1-3 line 2, column 2 is no level character "},
         {"x## #\n#@#\n#.$ 3\n\nB", "5B !1-3 line 1, column 1 is no level character "},
+        {"#-   #x\n\nB", "3B !1-1 line 1, column 7 is no level character "},
         {"####\n##3\n\nB", "4B !1-2 line 2 has a count without a square "},
         {"##2|##\n\nB", "3B !1-1 line 1 has a count without a square "},
         {"9999#\n\nA", "3A !1-1 line 1 is too long "},
@@ -151,6 +154,8 @@ TEST(Collection, KeepsToItsLimits) {
     } cases[] = {
         {"A\n1000000R", "1<///" + string(1000000, 'R') + ">A "},
         {"A\n1000001R", "1A !4-4 moves that make no sense, or too many of them "},
+        {"A\n" + string((1 << 20) - 2, '0') + "1R", "1<///R>A "},
+        {"A\n2(500001R)", "1A !4-4 moves that make no sense, or too many of them "},
         {"A\n" + repeat(string(500000, 'R') + "\n", 3),
          "1A !4-6 moves that make no sense, or too many of them "},
         {string(1 << 20, '#') + "\n\nA", "3A !1-1 line 1 is too long "},

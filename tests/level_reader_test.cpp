@@ -184,6 +184,7 @@ TEST(LevelReader, Refuses) {
         {"30 CR LF lines and a line end", From::Paste, Repeat(" \r\n", 30), tooHigh, {31, 1}},
         {"31 lines before anything else", From::Paste, "#x\n" + Repeat("\n", 30), tooHigh, {31, 1}},
         {"18 rows", From::File, "title\n" + high, tooHigh, {19, 1}},
+        {"30 rows", From::File, row + Repeat(blank, 28) + row, tooHigh, {30, 1}},
         {"18 rows", From::Paste, high, tooHigh, {18, 1}},
         {"20 columns", From::File, row + "\n" + wide, tooWide, {3, 20}},
         {"20 columns", From::Paste, row + "\n" + wide, tooWide, {3, 20}},
@@ -251,6 +252,7 @@ TEST(LevelReader, AsksForEachInvalidCharacter) {
         {"tab", "#\t#", {"\t"}, "# #|"},
         {"NUL", string("#\0#", 3), {string(1, '\0')}, "# #|"},
         {"two bytes", "#\xC3\xA9#", {"\xC3\xA9"}, "# #|"},
+        {"two bytes at the end", "##\xC3\xA9", {"\xC3\xA9"}, "##|"},
         {"three bytes", "#\xE2\x82\xAC#", {"\xE2\x82\xAC"}, "# #|"},
         {"four bytes", "#\xF0\x9F\x93\xA6#", {"\xF0\x9F\x93\xA6"}, "# #|"},
         {"lone continuation", "#\x80#", {"\x80"}, "# #|"},
@@ -328,7 +330,8 @@ TEST(LevelReader, CancelEndsTheReading) {
 TEST(LevelReader, WordsOfTheQuestion) {
     EXPECT_EQ(InvalidCharText("x"), "Invalid char 'x' in Xsb; Assumed Space");
     EXPECT_EQ(InvalidCharText("\xC3\xA9"), "Invalid char '\xC3\xA9' in Xsb; Assumed Space");
-    EXPECT_EQ(InvalidCharText("\x1b"), "Invalid char '\\x1b' in Xsb; Assumed Space");
+    EXPECT_EQ(InvalidCharText("\x1f"), "Invalid char '\\x1f' in Xsb; Assumed Space");
+    EXPECT_EQ(InvalidCharText("\x7f"), "Invalid char '\\x7f' in Xsb; Assumed Space");
     EXPECT_EQ(InvalidCharText("\xC2\x85"), "Invalid char '\\u0085' in Xsb; Assumed Space");
     EXPECT_EQ(InvalidCharText("\xC2\xA0"), "Invalid char '\xC2\xA0' in Xsb; Assumed Space");
     EXPECT_EQ(InvalidCharText("\xFF"), "Invalid char '\\xff' in Xsb; Assumed Space");

@@ -64,6 +64,7 @@ TEST(Refusal, NamesTheReason) {
         {"#########\n#@$.#  $#\n####### #\n#.$##. ##\n#########",
          "2 boxes out of the man's reach: row 2, column 8 and row 4, column 3|"
          "2 goals out of the man's reach: row 4, column 2 and row 4, column 6|"},
+        {"#####\n#+#$#\n#####", "1 box out of the man's reach: row 2, column 4|"},
         {"########\n#@*#$#.#\n########",
          "1 box out of the man's reach: row 2, column 5|"
          "1 goal out of the man's reach: row 2, column 7|"},

@@ -28,7 +28,7 @@ std::uint8_t CharToCell(std::string_view character) {
 
 char CellToChar(std::uint8_t code) {
     constexpr std::string_view characters = " .$*#@@@@+";
-    return code < characters.size() ? characters[code] : '\0';
+    return code <= kManOnGoal ? characters[code] : '\0';
 }
 
 void ClearBoard(Board& board) {

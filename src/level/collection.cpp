@@ -11,6 +11,7 @@
 #include "level/level_reader.h"
 #include "level/moves_text.h"
 #include "level/refusal.h"
+#include "level/steps.h"
 
 namespace kavit {
 
@@ -32,7 +33,7 @@ struct Entry {
 // The last letter is a push.
 bool EndsWithPush(std::string_view moves) {
     const std::size_t last = moves.find_last_of("lurdLURD");
-    return last != std::string_view::npos && moves[last] < 'a';
+    return last != std::string_view::npos && IsPush(moves[last]);
 }
 
 }  // namespace
@@ -162,7 +163,7 @@ void CollectionReader::Reading::TakeMoves(const CollectionLine& line) {
     } else if (moves_.back().Text.empty()) {
         moves_.back().Number = line.Number;
     } else {
-        moves_.push_back({line.Number, "", false});
+        moves_.push_back({.Number = line.Number});
     }
 }
 
@@ -197,7 +198,7 @@ void CollectionReader::Reading::TakeText(const CollectionLine& line) {
     if (labelled.Label == LineLabel::Solution && entry_) {
         solutionNext_ = true;
         if (labelled.Text.empty()) return;
-        moves_.push_back({line.Number, std::string(labelled.Text), false});
+        moves_.push_back({.Number = line.Number, .Text = std::string(labelled.Text)});
         movesSize_ = labelled.Text.size();
         movesNamed_ = true;
         return;

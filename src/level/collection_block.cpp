@@ -22,7 +22,7 @@ void CollectionBlock::AddRow(const std::string& row) {
         lastCol_ = std::max(lastCol_, row.rfind('#'));
         height_ = seen_;
     }
-    if (rows_.size() < Maxrow) rows_.push_back(row.substr(0, kLongestRow));
+    if (seen_ <= Maxrow) rows_.push_back(row.substr(0, kLongestRow));
 }
 
 std::string CollectionBlock::TakeRows(std::string& why) {
@@ -40,7 +40,7 @@ std::string CollectionBlock::TakeRows(std::string& why) {
     std::string text;
     for (std::int64_t i = 0; i < height_; ++i) {
         std::string row = rows_[static_cast<std::size_t>(i)];
-        row = row.size() > firstCol_ ? row.substr(firstCol_, width) : "";
+        row = row.substr(std::min(firstCol_, row.size()), width);
         row.resize(row.find_last_not_of(' ') + 1);
         text += (i > 0 ? "\n" : "") + (row.empty() ? " " : row);
     }

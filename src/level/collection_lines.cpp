@@ -66,20 +66,18 @@ bool IsRow(std::string_view line) {
     bool counts = false;
     bool blanks = false;
     Sign first = Sign::Blank;
-    for (std::size_t i = 0; i < line.size(); ++i) {
-        const Sign sign = SignOf(line[i]);
-        if (sign == Sign::None) return false;
-        if (sign == Sign::Digit) {
-            const Sign next = i + 1 < line.size() ? SignOf(line[i + 1]) : Sign::None;
-            if (next == Sign::None || next == Sign::Bar) return false;
-            counts = true;
-            continue;
-        }
+    bool count = false;  // the last character belongs to one
+    for (const char c : line) {
+        const Sign sign = SignOf(c);
+        if (sign == Sign::None || (count && sign == Sign::Bar)) return false;
+        count = sign == Sign::Digit;
+        counts = counts || count;
+        if (count) continue;
         blanks = blanks || sign == Sign::Blank;
         letters = letters || sign == Sign::Letter;
         if (first == Sign::Blank && sign != Sign::Floor) first = sign;
     }
-    return (!letters || first == Sign::Wall) && !(counts && blanks);
+    return !count && (!letters || first == Sign::Wall) && !(counts && blanks);
 }
 
 // Blanks and "-" say nothing: they stand around titles, too.
@@ -117,7 +115,7 @@ bool CollectionLines::Fill() {
 
 bool CollectionLines::Read(CollectionLine& line) {
     if (begin_ == end_ && !Fill()) return false;
-    line = {++number_, "", false};
+    line = {.Number = ++number_};
     for (;;) {
         const std::string_view rest(buffer_.data() + begin_, end_ - begin_);
         const std::size_t length = std::min(rest.find_first_of("\r\n"), rest.size());
@@ -182,7 +180,7 @@ RowsOfLine RowsOf(std::string_view line) {
         result.OtherAlphabet = result.OtherAlphabet || sign >= Sign::Letter;
         if (sign == Sign::Digit) {
             const std::size_t next = count.value_or(0) * 10 + static_cast<std::size_t>(c - '0');
-            count = std::min(next, kMostSquares + 1);
+            count = std::min(next, kLongestLine);  // more than any row has
             continue;
         }
         const std::size_t times = count.value_or(1);

@@ -16,7 +16,7 @@ inline constexpr std::size_t kLongestLine = 1 << 20;  // bytes; the rest of a lo
 
 struct CollectionLine {
     std::int64_t Number = 0;  // from 1
-    std::string Text;         // without line end and trailing blanks
+    std::string Text = {};    // without line end and trailing blanks
     bool Cut = false;         // it was longer
 };
 

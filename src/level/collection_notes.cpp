@@ -1,6 +1,7 @@
 #include "level/collection_notes.h"
 
 #include <algorithm>
+#include <cassert>
 #include <iterator>
 #include <utility>
 
@@ -10,9 +11,8 @@ namespace kavit {
 
 namespace {
 
-void Append(NoteLines& notes, NoteLines&& more) {
+void Append(NoteLines& notes, NoteLines more) {
     std::move(more.begin(), more.end(), std::back_inserter(notes));
-    more.clear();
 }
 
 // A comment must not hold what begins or ends a comment.
@@ -92,7 +92,7 @@ void CollectionNotes::ShareOutCandidate(NoteLines& first, bool more) {
                          });
     if (between || !more) {
         textAbove_ = true;
-        Append(candidate_, std::move(first));
+        assert(first.empty());  // its text above is the candidate
         first = std::exchange(candidate_, {});
     } else {
         Append(file_, std::move(candidate_));

@@ -22,24 +22,24 @@ std::string_view TakeNumber(std::string_view& text) {
     return number;
 }
 
-// -1, 0 or 1 in natural order.
+// Below, at or above 0 in natural order.
 int NaturalCompare(std::string_view a, std::string_view b) {
     while (!a.empty() && !b.empty()) {
         if (IsDigit(a[0]) && IsDigit(b[0])) {
             const std::string_view x = TakeNumber(a);
             const std::string_view y = TakeNumber(b);
-            if (x.size() != y.size()) return x.size() < y.size() ? -1 : 1;
-            if (const int order = x.compare(y); order != 0) return order < 0 ? -1 : 1;
+            if (x.size() != y.size())
+                return static_cast<int>(x.size()) - static_cast<int>(y.size());
+            if (const int order = x.compare(y); order != 0) return order;
             continue;
         }
         const auto x = static_cast<unsigned char>(Upper(a[0]));
         const auto y = static_cast<unsigned char>(Upper(b[0]));
-        if (x != y) return x < y ? -1 : 1;
+        if (x != y) return x - y;
         a.remove_prefix(1);
         b.remove_prefix(1);
     }
-    if (a.empty() && b.empty()) return 0;
-    return a.empty() ? -1 : 1;
+    return static_cast<int>(b.empty()) - static_cast<int>(a.empty());
 }
 
 // A pipe or a device may be opened by its name; whoever goes through a folder does not mean it.
@@ -52,7 +52,7 @@ bool IsListed(const fs::path& path) {
 
 bool NaturalLess(std::string_view a, std::string_view b) {
     const int order = NaturalCompare(a, b);
-    return order != 0 ? order < 0 : a < b;
+    return order < 0 || (order == 0 && a < b);
 }
 
 std::vector<std::string> ListLevelFiles(const fs::path& folder, std::string_view extension) {
@@ -62,9 +62,10 @@ std::vector<std::string> ListLevelFiles(const fs::path& folder, std::string_view
     for (fs::directory_iterator entry(folder, error); !error && entry != fs::directory_iterator();
          entry.increment(error)) {
         const std::string name = entry->path().filename().string();
-        if (name.size() <= ending.size() || name[0] == '.') continue;
-        const std::string_view end = std::string_view(name).substr(name.size() - ending.size());
-        if (EqualWithoutCase(end, ending) && IsListed(entry->path())) names.push_back(name);
+        const std::size_t length = std::min(name.size(), ending.size());
+        const std::string_view end = std::string_view(name).substr(name.size() - length);
+        if (name[0] != '.' && EqualWithoutCase(end, ending) && IsListed(entry->path()))
+            names.push_back(name);
     }
     std::sort(names.begin(), names.end(), NaturalLess);
     return names;

@@ -187,9 +187,10 @@ ReadReply Reading::ReadPastedRows() {
 // A line end at the very end begins one more line.
 std::int64_t CountLines(std::string_view text) {
     std::int64_t lines = 1;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool crLf = text[i] == '\r' && i + 1 < text.size() && text[i + 1] == '\n';
-        if (text[i] == '\n' || (text[i] == '\r' && !crLf)) ++lines;
+    char last = '\0';
+    for (const char c : text) {
+        if (c == '\r' || (c == '\n' && last != '\r')) ++lines;
+        last = c;
     }
     return lines;
 }
@@ -207,7 +208,7 @@ std::string InvalidCharText(std::string_view character) {
     std::string shown(character);
     const auto byte = static_cast<unsigned char>(character.empty() ? 0 : character.back());
     std::array<char, 8> number{};
-    if (character.size() == 1 && ((byte < 0x20 && byte != '\t') || byte >= 0x7F)) {
+    if (character.size() == 1 && ((byte <= 0x1F && byte != '\t') || byte >= 0x7F)) {
         std::snprintf(number.data(), number.size(), "\\x%02x", byte);
         shown = number.data();
     }
