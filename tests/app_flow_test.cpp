@@ -92,7 +92,7 @@ class Flow {
         add("stuck", marks.Stuck);
         add("wrong", marks.Wrong);
         add("path", marks.Path);
-        if (marks.Selected >= 0) add("chosen", {marks.Selected});
+        if (marks.Selected) add("chosen", {*marks.Selected});
         return text;
     }
     // One word: a command, with its argument behind a colon.

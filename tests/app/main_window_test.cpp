@@ -9,6 +9,7 @@
 #include <QDockWidget>
 #include <QFileDialog>
 #include <QGridLayout>
+#include <QHeaderView>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -49,11 +50,22 @@ constexpr const char* kProperties =
     "selectionMode selectionBehavior editTriggers alternatingRowColors sortingEnabled showGrid "
     "currentIndex pageStep singleStep widgetResizable sizeAdjustPolicy wordWrap tabKeyNavigation "
     "placeholderText clearButtonEnabled toolButtonStyle default acceptMode fileMode defaultSuffix "
-    "labelText textValue";
+    "labelText textValue font minimumSize sizePolicy currentText filterKeyColumn "
+    "filterCaseSensitivity textInteractionFlags";
 
 QString TextOf(const QVariant& value) {
     if (value.typeId() == QMetaType::QSize)
         return QString("%1x%2").arg(value.toSize().width()).arg(value.toSize().height());
+    if (value.typeId() == QMetaType::QFont) {
+        const auto font = value.value<QFont>();
+        const QFont usual = QApplication::font();
+        return QString(font.family() != usual.family() ? "another " : "") +
+               (font.fixedPitch() ? "fixed " : "") + (font.bold() ? "bold " : "") +
+               (font.styleHint() == QFont::Monospace ? "mono " : "") +
+               (font.pointSizeF() > usual.pointSizeF() ? "large" : "");
+    }
+    if (value.typeId() == QMetaType::QSizePolicy)
+        return value.value<QSizePolicy>().retainSizeWhenHidden() ? "kept" : "";
     if (value.typeId() != qMetaTypeId<QMargins>()) return value.toString();
     const auto margins = value.value<QMargins>();
     return QString("%1,%2,%3,%4")
@@ -106,31 +118,56 @@ QString ItemsOf(const QLayout& layout) {
     return text;
 }
 
+// Columns and rows of a table.
+QString TableOf(const QTableView& table) {
+    const QAbstractItemModel& model = *table.model();
+    QString text = QString(" rows %1 %2 now %3")
+                       .arg(table.verticalHeader()->isHidden())
+                       .arg(table.verticalHeader()->defaultSectionSize())
+                       .arg(table.currentIndex().row());
+    for (int column = 0; column < model.columnCount(); ++column)
+        text += QString(" |%1 %2")
+                    .arg(model.headerData(column, Qt::Horizontal).toString())
+                    .arg(table.horizontalHeader()->sectionResizeMode(column) == QHeaderView::Stretch
+                             ? -1
+                             : table.columnWidth(column));
+    for (int i = 0; i < model.rowCount() * model.columnCount(); ++i) {
+        const QModelIndex at = model.index(i / model.columnCount(), i % model.columnCount());
+        text += QString(" |%1 %2 %3")
+                    .arg(at.data().toString(), at.data(Qt::ToolTipRole).toString())
+                    .arg(at.data(Qt::TextAlignmentRole).toInt());
+    }
+    return text;
+}
+
 // An object and all within, one a line, with what is not 0; none of what the toolkit makes its own
 // controls of.
 void Describe(const QObject* object, const QString& indent, QString& text) {
     const bool known = object->isWidgetType() || object->inherits("QLayout") ||
                        object->inherits("QAction") || object->inherits("QTimer") ||
-                       object->inherits("QShortcut");
+                       object->inherits("QShortcut") || object->inherits("QSortFilterProxyModel");
     if (!known || object->objectName().startsWith("qt_")) return;
     text += indent + object->metaObject()->className() + " " + object->objectName();
     for (const QString& name : QString(kProperties).split(' ')) {
         QString value = TextOf(object->property(qPrintable(name))).replace('\n', ' ');
+        if (name == "minimumSize")  // letters are not as wide everywhere
+            value = value.replace(QRegularExpression("[1-9]\\d*"), "some").remove("0x0");
         const bool usual = value == "0" || value == "0x0" || value.startsWith("16777215") ||
                            value == "NoFocus" || value == "TextHeuristicRole" ||
                            value == "ToolButtonIconOnly" || value.startsWith("524287") ||
                            value == (name == "enabled" || name == "visible" ? "true" : "false");
         if (value.isEmpty() || usual) continue;
-        if (object->objectName() == "lblMemory" && name == "text") value = "the machine's";
+        if ((object->objectName() == "lblMemory" || value.endsWith("/300")) && name == "text")
+            value = "the machine's";
         text += " " + name + "=" + value;
     }
     text += Listeners::Of(object);
     if (const auto* layout = qobject_cast<const QLayout*>(object)) text += ItemsOf(*layout);
     if (const auto* files = qobject_cast<const QFileDialog*>(object))
         text += " " + files->nameFilters().join(';') + " now " + files->selectedNameFilter();
-    if (const auto* table = qobject_cast<const QTableView*>(object))
-        for (int column = 0; column < table->model()->columnCount(); ++column)
-            text += QString(" |%1").arg(table->columnWidth(column));
+    if (const auto* list = qobject_cast<const QComboBox*>(object))
+        for (int i = 0; i < list->count(); ++i) text += " |" + list->itemText(i);
+    if (const auto* table = qobject_cast<const QTableView*>(object)) text += TableOf(*table);
     text += '\n';
     for (const char* whole :
          {"QComboBox", "QLineEdit", "QAbstractScrollArea", "QAbstractButton", "QFileDialog"})
@@ -169,6 +206,15 @@ class MainWindowTest : public QObject {
     void Activate() {
         window_->activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(window_.get()));
+    }
+    // What the screen has of the board is what it would paint now.
+    void BoardIsPainted() {
+        const QRect at(Board()->mapTo(window_.get(), QPoint()), Board()->size());
+        const auto image = [](const QPixmap& seen) {
+            return seen.toImage().convertToFormat(QImage::Format_RGB32);
+        };
+        QTRY_COMPARE(image(window_->screen()->grabWindow(window_->winId()).copy(at)),
+                     image(Board()->grab()));
     }
     void Open(const char* name, const char* text) {
         window_->OpenGiven(folder_->Write(name, text));
@@ -215,7 +261,33 @@ class MainWindowTest : public QObject {
         Do("mnuHlpAbout");
         QString found;
         Describe(window_.get(), "", found);
-        Open("album.txt", (std::string(kEasy) + "\n#####\n#@$.#\n#####\n").c_str());
+        // What is there then and was not before.
+        QString before = found;
+        const auto then = [&](const char* what) {
+            QString now;
+            Describe(window_.get(), "", now);
+            found += QString("> %1\n").arg(what);
+            for (const QString& line : now.split('\n'))
+                if (!before.contains(line + '\n')) found += line + '\n';
+            before = now;
+        };
+        Open("album.txt", (std::string(kEasy) + "\n#####\n#*@$.#\n#####\nTitle: T\n").c_str());
+        then("a list");
+        Do("mnuOpt4 mnuOpen2 mnuDead mnuReach mnuClosing");
+        then("choices");
+        Solve();
+        then("solved");
+        Do("btnSOLVE");
+        then("its text");
+        Do("btnSOLVE");
+        Find<QTimer>("TimerAnim")->setInterval(3600000);
+        Do("mnuHlp1 btnANIM");
+        then("a replay");
+        Do("btnANIM mnuHlp2 mnuConfigure mnuClosing");
+        then("sizes");
+        Do("mnuAside mnuEditBoard");
+        then("drawing");
+        Do("btnANIM");
         Solve();
         boxes_->OnDialog = [&found](QDialog* dialog) {
             Describe(dialog, "", found);
@@ -254,7 +326,7 @@ class MainWindowTest : public QObject {
         marks.Selected = 72;
         board.ShowMarks(marks);
         painter.drawPixmap(0, 0, board.grab());
-        board.ShowWholeGrid(true);
+        board.ShowEditing(true);
         painter.drawPixmap(440, 0, board.grab());
         Open("a.xsb", kEasy);
         Solve();
@@ -466,23 +538,46 @@ class MainWindowTest : public QObject {
             Do(tool);
             ClickCell(cell);
         };
+        const auto send = [&](QEvent::Type type, const QPointF& to, Qt::MouseButton button,
+                              Qt::MouseButtons buttons) {
+            QMouseEvent event(type, to, Board()->mapToGlobal(to), button, buttons, {});
+            QApplication::sendEvent(Board(), &event);
+        };
+        const auto drag = [&](const QPointF& to) {
+            send(QEvent::MouseMove, to, Qt::NoButton, Qt::LeftButton);
+        };
+        const QSignalSpy ups(Board(), &kavit::BoardView::CellUp);
+        const QSignalSpy moves(Board(), &kavit::BoardView::CellMove);
         for (const int row : {0, 2}) {
             QTest::mousePress(Board(), Qt::LeftButton, {}, at(row * 19));
-            QMouseEvent second(QEvent::MouseButtonPress, at(row * 19),
-                               Board()->mapToGlobal(at(row * 19)), Qt::RightButton,
-                               Qt::LeftButton | Qt::RightButton, Qt::NoModifier);
-            QApplication::sendEvent(Board(), &second);  // and nothing comes of it
-            for (const int x : {1, 5}) {                // a pointer in a hurry
-                QMouseEvent move(QEvent::MouseMove, at(row * 19 + x),
-                                 Board()->mapToGlobal(at(row * 19 + x)), Qt::NoButton,
-                                 Qt::LeftButton, Qt::NoModifier);
-                QApplication::sendEvent(Board(), &move);
-            }
+            send(QEvent::MouseButtonPress, at(row * 19), Qt::RightButton,
+                 Qt::LeftButton | Qt::RightButton);  // and nothing comes of it
+            send(QEvent::MouseButtonRelease, at(row * 19), Qt::RightButton, Qt::LeftButton);
+            drag(at(row * 19 + 1));
+            drag(at(row * 19 + 5));  // a pointer in a hurry
             QTest::mouseRelease(Board(), Qt::LeftButton, {}, at(row * 19 + 5));
         }
-        const QSignalSpy ups(Board(), &kavit::BoardView::CellUp);
+        QCOMPARE(ups.count(), 2);
+        QCOMPARE(moves.count(), 10);
         ClickCell(0);
-        QCOMPARE(ups.count(), 1);
+        QCOMPARE(ups.count(), 3);
+        // Beside the board the drag goes along its edge; a release may get lost.
+        send(QEvent::MouseButtonPress, at(0), Qt::LeftButton, Qt::LeftButton);
+        drag({-9, -9});
+        QCOMPARE(moves.count(), 10);
+        drag(at(1) - QPoint(0, 99));
+        QCOMPARE(moves.count(), 11);
+        BoardIsPainted();
+        send(QEvent::MouseButtonPress, at(0), Qt::LeftButton, Qt::LeftButton);
+        QCOMPARE(ups.count(), 4);
+        const QSignalSpy over(Board(), &kavit::BoardView::CellHovered);
+        for (const int cell : {0, 60, 60})
+            send(QEvent::MouseMove, at(cell), Qt::NoButton, Qt::NoButton);
+        QCOMPARE(ups.count(), 5);
+        QCOMPARE(over.count(), 2);
+        QEvent leave(QEvent::Leave);
+        QApplication::sendEvent(Board(), &leave);
+        QCOMPARE(over.last().at(0).toInt(), -1);
         for (const auto& [tool, cell] : {std::pair{"ImgEdit4", 19},
                                          {"ImgEdit4", 24},
                                          {"ImgEdit5", 20},
@@ -562,14 +657,31 @@ class MainWindowTest : public QObject {
             for (const QChar key : keys) QTest::keyClick(Board(), names.value(key), with);
         };
         press(QString(20, 'u') + QString(20, 'l'));  // to the corner, and no further
-        press("rrrr", Qt::ShiftModifier);
+        BoardIsPainted();
+        const QSignalSpy ups(Board(), &kavit::BoardView::CellUp);
+        for (int i = 0; i < 4; ++i) QTest::keyPress(Board(), Qt::Key_Right, Qt::ShiftModifier);
+        QTest::keyRelease(Board(), Qt::Key_Right);
+        QCOMPARE(ups.count(), 0);
+        QTest::keyRelease(Board(), Qt::Key_Shift);
+        QCOMPARE(ups.count(), 1);
+        QCOMPARE(Board()->PictureAt(0), kavit::Picture::Wall);
         press("dd", Qt::ShiftModifier);
         press("llll", Qt::ShiftModifier);
-        press("uu", Qt::ShiftModifier);
+        press("u", Qt::ShiftModifier);
+        const auto before = ups.count();
+        QTest::keyPress(Board(), Qt::Key_Up, Qt::ShiftModifier);
+        Find("btnANIM")->setFocus();
+        QCOMPARE(ups.count(), before + 1);
+        BoardIsPainted();
+        Board()->setFocus();
         const auto put = [&](int tool, const QString& keys) {
             QTest::keyClick(Board(), static_cast<Qt::Key>(Qt::Key_0 + tool));
             press(keys);
         };
+        for (const int tool : {0, 9}) {
+            put(tool, "");
+            QVERIFY(Find(qPrintable(QString("ImgEdit%1").arg(tool)))->isChecked());
+        }
         put(5, "dr ");
         put(2, "r ");
         put(1, "r  ");

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 namespace kavit {
@@ -11,7 +12,7 @@ struct BoardMarks {
     std::vector<int> Stuck;  // boxes that never move again, off goal
     std::vector<int> Wrong;  // what keeps the level from being solved
     std::vector<int> Path;   // the way of a box that would be pushed
-    int Selected = -1;
+    std::optional<int> Selected;
 
     bool operator==(const BoardMarks&) const = default;
 };

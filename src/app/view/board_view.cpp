@@ -17,7 +17,6 @@ BoardView::BoardView(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("Cell"));
     setAccessibleName(tr("Board"));
     setAccessibleDescription(tr("The level, 17 rows of 19 squares"));
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setFocusPolicy(Qt::StrongFocus);
     setMouseTracking(true);
 }
@@ -31,20 +30,12 @@ QSize BoardView::sizeHint() const {
 }
 
 // The smallest rectangle that holds all that is not floor; the whole grid when everything is.
-BoardView::Extent BoardView::ShownExtent() const {
-    int top = Maxrow;
-    int left = Maxcol;
-    int bottom = -1;
-    int right = -1;
-    for (int cell = 0; cell < kCells && !wholeGrid_; ++cell) {
-        if (PictureAt(cell) == Picture::Floor || PictureAt(cell) == Picture::Outside) continue;
-        top = std::min(top, cell / Maxcol);
-        left = std::min(left, cell % Maxcol);
-        bottom = std::max(bottom, cell / Maxcol);
-        right = std::max(right, cell % Maxcol);
-    }
-    if (bottom < 0) return {};
-    return {top, left, bottom - top + 1, right - left + 1};
+QRect BoardView::ShownExtent() const {
+    QRect shown;
+    for (int cell = 0; cell < kCells; ++cell)
+        if (PictureAt(cell) != Picture::Floor && PictureAt(cell) != Picture::Outside)
+            shown |= QRect(cell % Maxcol, cell / Maxcol, 1, 1);
+    return editing_ || shown.isEmpty() ? kWholeGrid : shown;
 }
 
 // In pixels of the screen: a cell of 38.75 of them would be blurred.
@@ -53,14 +44,14 @@ void BoardView::LayOut() {
     const qreal ratio = devicePixelRatioF();
     const int width = static_cast<int>(this->width() * ratio);
     const int height = static_cast<int>(this->height() * ratio);
-    edge_ = std::max(1, std::min(width / extent_.Cols, height / extent_.Rows));
-    origin_ = {(width - edge_ * extent_.Cols) / 2, (height - edge_ * extent_.Rows) / 2};
+    edge_ = std::max(1, std::min(width / extent_.width(), height / extent_.height()));
+    origin_ = {(width - edge_ * extent_.width()) / 2, (height - edge_ * extent_.height()) / 2};
     update();
 }
 
 QRect BoardView::PixelRect(int cell) const {
-    return {origin_.x() + (cell % Maxcol - extent_.Left) * edge_,
-            origin_.y() + (cell / Maxcol - extent_.Top) * edge_, edge_, edge_};
+    return {origin_.x() + (cell % Maxcol - extent_.left()) * edge_,
+            origin_.y() + (cell / Maxcol - extent_.top()) * edge_, edge_, edge_};
 }
 
 QRect BoardView::CellRect(int cell) const {
@@ -70,36 +61,29 @@ QRect BoardView::CellRect(int cell) const {
         .toAlignedRect();
 }
 
-int BoardView::CellAt(const QPointF& point) const {
-    const QPointF inside = point * devicePixelRatioF() - QPointF(origin_);
-    const int col = static_cast<int>(std::floor(inside.x() / edge_));
-    const int row = static_cast<int>(std::floor(inside.y() / edge_));
-    if (col < 0 || row < 0 || col >= extent_.Cols || row >= extent_.Rows) return -1;
-    return (row + extent_.Top) * Maxcol + col + extent_.Left;
+QPoint BoardView::SquareAt(const QPointF& point) const {
+    const QPointF inside = (point * devicePixelRatioF() - QPointF(origin_)) / edge_;
+    return extent_.topLeft() + QPoint(static_cast<int>(std::floor(inside.x())),
+                                      static_cast<int>(std::floor(inside.y())));
+}
+
+std::optional<int> BoardView::CellAt(const QPointF& point) const {
+    const QPoint square = SquareAt(point);
+    if (!extent_.contains(square)) return std::nullopt;
+    return square.y() * Maxcol + square.x();
 }
 
 int BoardView::NearestCell(const QPointF& point) const {
-    const qreal ratio = devicePixelRatioF();
-    const QPointF pixel = point * ratio;
-    const QRectF board(origin_.x(), origin_.y(), edge_ * extent_.Cols, edge_ * extent_.Rows);
-    return CellAt(QPointF(std::clamp(pixel.x(), board.left(), board.right() - 1),
-                          std::clamp(pixel.y(), board.top(), board.bottom() - 1)) /
-                  ratio);
-}
-
-void BoardView::UpdateCell(int cell) {
-    if (cell >= 0) update(CellRect(cell));
+    const QPoint square = SquareAt(point);
+    return std::clamp(square.y(), extent_.top(), extent_.bottom()) * Maxcol +
+           std::clamp(square.x(), extent_.left(), extent_.right());
 }
 
 bool BoardView::Show(const std::array<Picture, kCells>& pictures) {
-    const std::array<Picture, kCells> before = std::exchange(pictures_, pictures);
-    if (ShownExtent() != extent_) {
-        LayOut();
-    } else {
-        for (int cell = 0; cell < kCells; ++cell)
-            if (before[static_cast<std::size_t>(cell)] != PictureAt(cell)) UpdateCell(cell);
-    }
-    return before != pictures_;
+    if (pictures == pictures_) return false;
+    pictures_ = pictures;
+    LayOut();
+    return true;
 }
 
 void BoardView::ShowMarks(const BoardMarks& marks) {
@@ -108,41 +92,24 @@ void BoardView::ShowMarks(const BoardMarks& marks) {
     update();
 }
 
-void BoardView::ShowWholeGrid(bool whole) {
-    if (whole == wholeGrid_) return;
-    wholeGrid_ = whole;
+void BoardView::ShowEditing(bool on) {
+    if (on == editing_) return;
+    editing_ = on;
     LayOut();
-}
-
-void BoardView::TurnCursor(bool on) {
-    if (on == cursorOn_) return;
-    EndKeyDrag();
-    cursorOn_ = on;
-    UpdateCell(cursor_);
 }
 
 void BoardView::resizeEvent(QResizeEvent* /*event*/) {
     LayOut();
 }
 
-void BoardView::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::PaletteChange) update();
-    QWidget::changeEvent(event);
-}
-
-void BoardView::paintEvent(QPaintEvent* event) {
+void BoardView::paintEvent(QPaintEvent* /*event*/) {
     art_.SetSize(edge_, IsDark(palette()));
     QPainter painter(this);
     const qreal ratio = devicePixelRatioF();
     painter.scale(1 / ratio, 1 / ratio);
-    for (int row = 0; row < extent_.Rows; ++row) {
-        for (int col = 0; col < extent_.Cols; ++col) {
-            const int cell = (row + extent_.Top) * Maxcol + col + extent_.Left;
-            if (!event->region().intersects(CellRect(cell))) continue;
-            if (PictureAt(cell) == Picture::Outside) continue;
+    for (int cell = 0; cell < kCells; ++cell)
+        if (PictureAt(cell) != Picture::Outside && extent_.contains(cell % Maxcol, cell / Maxcol))
             painter.drawPixmap(PixelRect(cell), art_.At(PictureAt(cell)));
-        }
-    }
     painter.setRenderHint(QPainter::Antialiasing);
     PaintMarks(painter);
 }
@@ -166,7 +133,6 @@ void BoardView::PaintMarks(QPainter& painter) const {
     const auto frame = [&](int cell, qreal inset) {
         return QRectF(PixelRect(cell)).adjusted(inset, inset, -inset, -inset);
     };
-    painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(QColor(200, 60, 60, 150), unit));
     for (const int cell : marks_.Dead) {
         const QRectF box = frame(cell, 0);
@@ -198,21 +164,20 @@ void BoardView::PaintMarks(QPainter& painter) const {
         painter.drawRect(box);
     }
     PaintPath(painter);
-    if (marks_.Selected >= 0)
+    if (marks_.Selected)
         DoubleStroke(painter, light, 2 * unit,
-                     [&] { painter.drawRect(frame(marks_.Selected, 2 * unit)); });
-    if (cursorOn_ && hasFocus())
+                     [&] { painter.drawRect(frame(*marks_.Selected, 2 * unit)); });
+    if (!hasFocus()) return;
+    if (editing_)
         DoubleStroke(painter, Qt::white, 1.5 * unit,
                      [&] { painter.drawEllipse(frame(cursor_, 2 * unit)); });
-    if (hasFocus()) {
-        painter.setPen(QPen(palette().color(QPalette::Highlight), 2 * devicePixelRatioF()));
-        painter.drawRect(
-            QRectF(QPointF(0, 0), QSizeF(size()) * devicePixelRatioF()).adjusted(1, 1, -1, -1));
-    }
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2 * devicePixelRatioF()));
+    painter.drawRect(
+        QRectF(QPointF(0, 0), QSizeF(size()) * devicePixelRatioF()).adjusted(1, 1, -1, -1));
 }
 
 void BoardView::PaintPath(QPainter& painter) const {
-    if (marks_.Path.size() < 2) return;
+    if (marks_.Path.empty()) return;
     const qreal unit = edge_ / 22.0;
     QPainterPath way(QRectF(PixelRect(marks_.Path.front())).center());
     for (const int cell : marks_.Path) way.lineTo(QRectF(PixelRect(cell)).center());
@@ -223,33 +188,27 @@ void BoardView::PaintPath(QPainter& painter) const {
     way.moveTo(end - along + across);
     way.lineTo(end);
     way.lineTo(end - along - across);
-    painter.setBrush(Qt::NoBrush);
     DoubleStroke(painter, QColor(0x7f, 0xd4, 0xff), 2.5 * unit, [&] { painter.drawPath(way); });
 }
 
 void BoardView::mousePressEvent(QMouseEvent* event) {
     const bool right = event->button() == Qt::RightButton;
     if (event->button() != Qt::LeftButton && !right) return QWidget::mousePressEvent(event);
-    if (lastCell_ >= 0 && event->buttons() != event->button()) return;  // the other one is down
+    if (event->buttons() != event->button()) return;  // another one is down
     EndPress();
     dragged_ = event->position();
     lastCell_ = CellAt(dragged_);
-    if (lastCell_ < 0) return;
-    UpdateCell(cursor_);
-    cursor_ = lastCell_;
-    UpdateCell(cursor_);
-    emit CellDown(lastCell_, right);
+    if (!lastCell_) return;
+    cursor_ = *lastCell_;
+    update();
+    emit CellDown(cursor_, right);
 }
 
 // A fast pointer skips squares: the way is walked in steps below a square, and each new square of
 // it is told once.
 void BoardView::mouseMoveEvent(QMouseEvent* event) {
     if (event->buttons() == Qt::NoButton) EndPress();
-    if (lastCell_ < 0) {
-        const int cell = CellAt(event->position());
-        if (std::exchange(hovered_, cell) != cell) emit CellHovered(cell);
-        return;
-    }
+    if (!lastCell_) return Hover(CellAt(event->position()));
     const QPointF from = dragged_;
     const QPointF way = event->position() - from;
     dragged_ = event->position();
@@ -263,23 +222,24 @@ void BoardView::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void BoardView::mouseReleaseEvent(QMouseEvent* event) {
-    if (lastCell_ < 0 || event->buttons() != Qt::NoButton) {
-        return QWidget::mouseReleaseEvent(event);
-    }
-    EndPress();
+    if (event->buttons() == Qt::NoButton) EndPress();
 }
 
 // A message box that a press opens takes the release away.
 void BoardView::EndPress() {
-    if (lastCell_ >= 0) emit CellUp(std::exchange(lastCell_, -1));
+    if (const auto cell = std::exchange(lastCell_, std::nullopt)) emit CellUp(*cell);
 }
 
 void BoardView::leaveEvent(QEvent* /*event*/) {
-    if (std::exchange(hovered_, -1) != -1) emit CellHovered(-1);
+    Hover(std::nullopt);
+}
+
+void BoardView::Hover(std::optional<int> cell) {
+    if (std::exchange(hovered_, cell) != cell) emit CellHovered(cell.value_or(-1));
 }
 
 void BoardView::keyPressEvent(QKeyEvent* event) {
-    if (!cursorOn_) return QWidget::keyPressEvent(event);
+    if (!editing_) return QWidget::keyPressEvent(event);
     const bool drag = event->modifiers().testFlag(Qt::ShiftModifier);
     if (event->key() >= Qt::Key_0 && event->key() <= Qt::Key_9 && !event->modifiers()) {
         emit ToolTyped(event->key() - Qt::Key_0);
@@ -307,18 +267,16 @@ void BoardView::keyPressEvent(QKeyEvent* event) {
 
 void BoardView::keyReleaseEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Shift) EndKeyDrag();
-    QWidget::keyReleaseEvent(event);
 }
 
 void BoardView::MoveCursor(int direction, bool drag) {
     const int to = NextCell(cursor_, direction);
-    if (to < 0 || lastCell_ >= 0) return;
+    if (to < 0 || lastCell_) return;
     if (!drag) EndKeyDrag();
     if (drag && !keyDrag_) emit CellDown(cursor_, false);
     keyDrag_ = drag;
-    UpdateCell(cursor_);
     cursor_ = to;
-    UpdateCell(cursor_);
+    update();
     if (drag) emit CellMove(cursor_);
 }
 

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 #include <array>
-#include <vector>
+#include <optional>
 
 #include "app/model/board_marks.h"
 #include "app/view/picture_set.h"
@@ -11,9 +11,9 @@
 namespace kavit {
 
 // The board as large as the widget allows, in cells of whole pixels of the screen: the rectangle of
-// the level, or the whole grid of 17 by 19 while the level is drawn. It repaints what changed.
+// the level, or the whole grid of 17 by 19 while the level is drawn.
 //
-// The mouse and, where the cursor is on, the keyboard press cells: arrows move the cursor, Space
+// The mouse and, while the level is drawn, the keyboard press cells: arrows move a cursor, Space
 // presses, Delete presses with the right button, and with Shift the arrows drag. Keys that it has
 // no use for go to the window.
 class BoardView : public QWidget {
@@ -27,12 +27,12 @@ class BoardView : public QWidget {
     // True when a cell changed.
     bool Show(const std::array<Picture, kCells>& pictures);
     void ShowMarks(const BoardMarks& marks);
-    void ShowWholeGrid(bool whole);
-    void TurnCursor(bool on);
-    [[nodiscard]] bool CursorOn() const { return cursorOn_; }
+    // The whole grid, and the cursor.
+    void ShowEditing(bool on);
+    [[nodiscard]] bool Editing() const { return editing_; }
 
     [[nodiscard]] Picture PictureAt(int cell) const {
-        return pictures_[static_cast<std::size_t>(cell)];
+        return pictures_.at(static_cast<std::size_t>(cell));
     }
     [[nodiscard]] QRect CellRect(int cell) const;
 
@@ -46,13 +46,12 @@ class BoardView : public QWidget {
     void CellUp(int cell);
     // The pointer is over this cell, no button pressed; -1: beside the board.
     void CellHovered(int cell);
-    // A digit was typed while the cursor is on.
+    // A digit was typed while the level is drawn.
     void ToolTyped(int tool);
 
   protected:
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
-    void changeEvent(QEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -62,21 +61,18 @@ class BoardView : public QWidget {
     void focusOutEvent(QFocusEvent* event) override;
 
   private:
-    struct Extent {
-        int Top = 0;
-        int Left = 0;
-        int Rows = Maxrow;
-        int Cols = Maxcol;
-        bool operator==(const Extent&) const = default;
-    };
+    static constexpr QRect kWholeGrid{0, 0, Maxcol, Maxrow};
 
     void LayOut();
-    void UpdateCell(int cell);
-    [[nodiscard]] Extent ShownExtent() const;
+    // In columns and rows.
+    [[nodiscard]] QRect ShownExtent() const;
     [[nodiscard]] QRect PixelRect(int cell) const;
-    // -1 beside what is shown.
-    [[nodiscard]] int CellAt(const QPointF& point) const;
+    // The column and the row there, or as if there were one.
+    [[nodiscard]] QPoint SquareAt(const QPointF& point) const;
+    // None beside what is shown.
+    [[nodiscard]] std::optional<int> CellAt(const QPointF& point) const;
     [[nodiscard]] int NearestCell(const QPointF& point) const;
+    void Hover(std::optional<int> cell);
     void MoveCursor(int direction, bool drag);
     void EndKeyDrag();
     void EndPress();
@@ -86,14 +82,13 @@ class BoardView : public QWidget {
     std::array<Picture, kCells> pictures_{};
     BoardMarks marks_;
     PictureSet art_;
-    bool wholeGrid_ = false;
-    Extent extent_;
+    bool editing_ = false;
+    QRect extent_ = kWholeGrid;
     int edge_ = kLeastCell;  // in pixels of the screen, as is the origin
     QPoint origin_;
-    int lastCell_ = -1;  // under the pressed button
-    QPointF dragged_;    // where the pointer was last while the button is down
-    int hovered_ = -1;
-    bool cursorOn_ = false;
+    std::optional<int> lastCell_;  // under the pressed button
+    QPointF dragged_;              // where the pointer was last while the button is down
+    std::optional<int> hovered_;
     int cursor_ = kCells / 2;
     bool keyDrag_ = false;
 };

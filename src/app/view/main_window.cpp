@@ -357,9 +357,8 @@ void MainWindow::Show(const Screen& screen) {
     // "[*]" is the toolkit's mark for unsaved changes; doubled, it shows as written.
     setWindowTitle(Shown(screen.Title).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
     menus_->Show(screen);
-    if (screen.Editing && !board_->CursorOn()) board_->setFocus();  // the arrows draw
-    board_->ShowWholeGrid(screen.Editing);
-    board_->TurnCursor(screen.Editing);
+    if (screen.Editing && !board_->Editing()) board_->setFocus();  // the arrows draw
+    board_->ShowEditing(screen.Editing);
     const bool drawn = board_->Show(screen.Cells);
     if (screen.Editing && screen.AsideOn && (drawn || !asideOn_)) rest_->start();
     asideOn_ = screen.AsideOn;
