@@ -45,6 +45,7 @@ class Cli : public ::testing::Test {
         folder_.Write("nobox.xsb", "#####\n#@. #\n#####\n");
         folder_.Write("wide.xsb", "####################\n");
         folder_.Write("letter.xsb", "#####\n#@$.#\n#xy##\n#####\n");
+        folder_.Write("words.txt", "no level\n");
         folder_.Write("endless.xsb", kavit::test::kEndless);
         fs::create_directory(folder_.Path("empty"));
     }
@@ -115,6 +116,7 @@ TEST_F(Cli, StatusAndResult) {
         {"missing.xsb", 5, {106}, "can't open file, try again"},
         {"--strict letter.xsb", 5, {106}, "can't open file, try again"},
         {"letter.xsb", 0, {0}, "Solution:  1/1"},
+        {"words.txt", 2, {2}, "Strange mapping ???"},
         // The first level that was not solved decides; all are tried.
         {"one.xsb none.xsb missing.xsb solved.xsb one.xsb", 3, {0, 3, 106, 9, 0}, "Solution:  1/1"},
     };
@@ -122,6 +124,7 @@ TEST_F(Cli, StatusAndResult) {
         const ProgramRun run = Run(Words(std::string("--json ") + c.Args));
         SCOPED_TRACE(c.Args + ("\n" + run.Out + run.Err));
         EXPECT_EQ(run.Status, c.Status);
+        EXPECT_FALSE(Contains(run.Err, "\x1b")) << "a progress bar for nobody";
         const std::vector<Json> objects = Objects(run.Out);
         std::vector<int> results;
         results.reserve(objects.size());
@@ -129,6 +132,7 @@ TEST_F(Cli, StatusAndResult) {
         EXPECT_EQ(results, c.Results);
         if (!objects.empty()) {
             EXPECT_EQ(objects.back().at("message"), c.LastMessage);
+            EXPECT_EQ(objects.back().contains("lowerBound"), c.Status == 4 || c.Status == 8);
         }
     }
 }
@@ -151,6 +155,9 @@ TEST_F(Cli, TextAnswer) {
               "seconds     # search\n\n"
               "corner.xsb\n\n#####\n#$ @#\n# . #\n#####\n\n"
               "There is, at least, one frozen block\n\n");
+    EXPECT_TRUE(Contains(Run({"nobox.xsb"}).Err, "kavit-solve: nobox.xsb: no box\n"));
+    EXPECT_TRUE(Contains(Run(Words("--max-positions 1 two.xsb")).Out,
+                         "\nProved: a solution needs at least 1 pushes\nThe store is full: 1 "));
 }
 
 TEST_F(Cli, JsonFields) {
@@ -160,6 +167,7 @@ TEST_F(Cli, JsonFields) {
     const std::vector<Json> objects = Objects(run.Out);
     ASSERT_EQ(objects.size(), 3U) << run.Out << run.Err;
     EXPECT_EQ(objects[0].at("level"), "str\xef\xbf\xbd\n\"nge.xsb");
+    EXPECT_TRUE(Contains(run.Out, "\"str\xef\xbf\xbd\\n")) << run.Out;
     for (const Json& object : objects) {
         const bool solved = object.at("result") == 0;
         for (const char* field : {"SolMoves", "SolPushes", "SolFoundAt", "SolPhase", "SolString"}) {
@@ -283,10 +291,12 @@ TEST_F(Cli, WrongUsage) {
         EXPECT_EQ(run.Out, "");
         EXPECT_TRUE(Contains(run.Err, says)) << run.Err;
     }
-    for (const char* option : {"--help", "--version"}) {
+    for (const auto& [option, says] :
+         {std::pair("--help", "this help and end\n"), std::pair("-h", "\nExit status: 0 when "),
+          std::pair("--version", "kavit-solve ")}) {
         const ProgramRun run = Run({option, "one.xsb"});
         EXPECT_EQ(run.Status, 0);
-        EXPECT_TRUE(Contains(run.Out, "kavit-solve")) << run.Out;
+        EXPECT_TRUE(Contains(run.Out, says)) << run.Out;
         EXPECT_EQ(run.Err, "");
     }
     EXPECT_EQ(folder_.Read("one.xsb"), kOnePush);
@@ -383,6 +393,8 @@ TEST_F(Cli, Collections) {
                                      kThreePushes + "Title: " + two + "\nSolution: rRRR\n\n" +
                                      "#####\n#@$?#\n#####\n\n" + kTwoBoxes + "Title: Last one\n" +
                                      "Solution: RRlldRRurDlluuRRldddruulld\n");
+    // Names that look like others: as printed, and with what begins a number or a title.
+    for (const char* name : {"x\x1b", "12 \"x#y \"z# \"w.txt"}) folder_.Write(name, kOnePush);
     const std::string name2 = "album#1.txt#2 \"Two \"quoted\" \\x1b\"";
     struct Case {
         Strings Args;
@@ -400,7 +412,12 @@ TEST_F(Cli, Collections) {
         {{name2}, 0, {2}},
         {{"one.xsb#1"}, 0, {1}},
         {{"--level", "2", "-"}, 0, {2}},
+        {{"x\\x1b"}, 0, {1}},
+        {{"12 \"x#y \"z# \"w.txt#1 \"t\""}, 0, {1}},
+        {{"--level", "2", "one.xsb#1"}, 5, {}},
         {{"one.xsb#2"}, 5, {1}},
+        {{"one.xsb#1x"}, 5, {1}},
+        {{"album#1.txt#2 \"x"}, 5, {1}},
         {{"album#1.txt#4"}, 5, {1}},
         {{"--title", "nowhere", "album#1.txt"}, 5, {}},
     };
@@ -414,6 +431,7 @@ TEST_F(Cli, Collections) {
         for (const Json& object : Objects(run.Out)) indexes.push_back(object.at("index"));
         EXPECT_EQ(indexes, c.Indexes);
     }
+    EXPECT_TRUE(Contains(Run({"--level", "9", "album#1.txt"}).Err, "no level has such a number"));
     const ProgramRun list = Run({"--list", "album#1.txt"});
     EXPECT_EQ(list.Status, 0);
     EXPECT_FALSE(Contains(Run({"--list", "album#1.txt#1", "missing.xsb"}).Err, "left out"));
@@ -434,6 +452,7 @@ TEST_F(Cli, Collections) {
     EXPECT_EQ(objects[1].at("recorded"),
               Json({{"solves", true}, {"pushes", 3}, {"moves", 4}, {"morePushes", 0}}));
     EXPECT_EQ(objects[2].at("recorded").at("solves"), false);
+    EXPECT_FALSE(objects[2].at("recorded").contains("morePushes"));
     EXPECT_FALSE(objects[0].contains("recorded"));
     EXPECT_TRUE(fs::exists(folder_.Path("s/album#1-3.sol")));
     EXPECT_TRUE(
@@ -443,7 +462,7 @@ TEST_F(Cli, Collections) {
 // Read, solve, write, read: the same levels, with solutions.
 TEST_F(Cli, LevelsWrittenAgain) {
     folder_.Write("album.txt", std::string("Author: Us\n\n") + kOnePush + "Title: One\n\n" +
-                                   kThreePushes + "Title: Two\nSolution: rRllrRRR\n\n" +
+                                   kThreePushes + "Title: Two\nSolution: rRllrrRR\n\n" +
                                    kavit::test::kUnsolvable + "Title: None\n");
     EXPECT_EQ(Run({"--output", "new.sok", "album.txt"}).Status, 3);
     const std::string written = folder_.Read("new.sok");
@@ -468,6 +487,8 @@ TEST_F(Cli, InvalidCharacters) {
     EXPECT_EQ(taken.Err,
               "kavit-solve: letter.xsb: line 3, column 2: Invalid char 'x' in Xsb; Assumed Space\n"
               "kavit-solve: letter.xsb: 1 more of that kind\n");
+    folder_.Write("tab.xsb", "#####\n#@$.#\n#\t###\n#####\n");
+    EXPECT_FALSE(Contains(Run({"tab.xsb"}).Err, "more"));
     const ProgramRun refused = Run({"--strict", "letter.xsb"});
     EXPECT_EQ(refused.Status, 5);
     EXPECT_TRUE(Contains(refused.Err, "Invalid char 'x' in Xsb, line 3, column 2")) << refused.Err;
@@ -487,6 +508,7 @@ TEST_F(Cli, StandardInputThatFails) {
 
 // Which files are there afterwards, what goes wrong, and the status.
 TEST_F(Cli, SolutionFiles) {
+    folder_.Write("pair.txt", std::string(kOnePush) + "\n" + kThreePushes);
     struct Case {
         const char* Args;
         int Status;
@@ -497,6 +519,8 @@ TEST_F(Cli, SolutionFiles) {
         {"--sol x one.xsb", 0, "x", ""},
         {"--sol new/dir/ one.xsb", 0, "new/dir/one.sol", ""},
         {"--sol empty one.xsb none.xsb", 3, "empty/one.sol", ""},
+        {"--sol solo pair.txt#1", 0, "solo", ""},
+        {"--sol pair pair.txt", 0, "pair/pair-1.sol pair/pair-2.sol", ""},
         {"--sol all one.xsb two.xsb", 0, "all/one.sol all/two.sol", ""},
         {"--sol e/ --expert --hash 2 --opt-level 0 one.xsb", 0, "e/one_none_2.sol", ""},
         {"--sol in/ -", 0, "in/standard-input.sol", ""},
@@ -569,7 +593,7 @@ TEST_F(Cli, SignalsAndProgress) {
         ProgramSetup setup;
         setup.Args = Words(
             "--json --blocks 15 --max-positions 12000000 --output all.sok one.xsb endless.xsb "
-            "two.xsb");
+            "two.xsb three.xsb");
         setup.Folder = folder_.Path();
         setup.ErrTerminal = true;
         bool sent = false;
@@ -584,8 +608,9 @@ TEST_F(Cli, SignalsAndProgress) {
         for (std::size_t at = 0; (at = run.Err.find("\x1b[K[", at)) != std::string::npos; ++at)
             EXPECT_LT(run.Err.find('\r', at) - (at + 3), 50U) << run.Err;
         EXPECT_TRUE(Contains(run.Err, "stopped before two.xsb")) << run.Err;
+        EXPECT_FALSE(Contains(run.Err, "stopped before three.xsb")) << run.Err;
         EXPECT_TRUE(Contains(run.Err, "slowest: endless.xsb ")) << run.Err;
-        EXPECT_EQ(Run({"--list", "all.sok"}).Out, "all.sok#1\nall.sok#2\nall.sok#3\n");
+        EXPECT_EQ(Run({"--list", "all.sok"}).Out, "all.sok#1\nall.sok#2\nall.sok#3\nall.sok#4\n");
         const std::vector<Json> objects = Objects(run.Out);
         ASSERT_EQ(objects.size(), 2U) << run.Out;
         EXPECT_EQ(objects[1].at("result"), 8);

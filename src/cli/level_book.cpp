@@ -38,7 +38,6 @@ void LevelBook::Add(const LevelEntry& entry, const LevelReport& report) {
             recorded && recorded->Solves && std::pair(recorded->Pushes, recorded->Moves) < effort;
         if (!better) level.Solution = found->SolString;
     }
-    level.Index = static_cast<std::int64_t>(levels_.size()) + 1;
     levels_.push_back(std::move(level));
 }
 

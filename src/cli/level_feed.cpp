@@ -124,8 +124,10 @@ LevelEntry LevelFeed::NoSuchLevel(const LevelFile& file) {
 }
 
 std::optional<LevelEntry> LevelFeed::NextOfCollection() {
-    while (auto level = reader_->Next()) {
+    for (;;) {
+        auto level = reader_->Next();
         TellOfSkipped(file_->Name, reader_->TakeSkipped());
+        if (!level) break;
         header_ = reader_->Header();
         if (found_ && file_->Only != 0) return std::nullopt;  // no need to read on
         if (!Wanted(*level, file_->Only)) continue;
@@ -141,7 +143,6 @@ std::optional<LevelEntry> LevelFeed::NextOfCollection() {
         entry.Level = std::move(*level);
         return entry;
     }
-    TellOfSkipped(file_->Name, reader_->TakeSkipped());
     if (file_->Only == 0 || std::exchange(found_, true)) return std::nullopt;
     return NoSuchLevel(*file_);
 }

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <charconv>
 #include <filesystem>
+#include <iterator>
 #include <optional>
 #include <set>
 #include <string_view>
@@ -12,6 +13,7 @@
 #include <utility>
 
 #include "level/level_files.h"
+#include "level/without_case.h"
 
 namespace kavit {
 
@@ -135,17 +137,17 @@ class Walk {
     }
 
     static bool IsLevelFileName(const std::string& name) {
-        std::string extension = fs::path(name).extension().string();
-        for (char& c : extension)
-            if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-        return extension == ".xsb" || extension == ".sok" || extension == ".txt";
+        const std::string extension = fs::path(name).extension().string();
+        constexpr std::string_view known[] = {".xsb", ".sok", ".txt"};
+        return std::any_of(std::begin(known), std::end(known), [&](std::string_view other) {
+            return EqualWithoutCase(extension, other);
+        });
     }
 
     // Notes the file by what it is, whatever its name.
     bool IsNew(const std::string& path) {
         struct stat about = {};
-        if (stat(path.c_str(), &about) != 0) return true;
-        return met_.emplace(about.st_dev, about.st_ino).second;
+        return stat(path.c_str(), &about) != 0 || met_.emplace(about.st_dev, about.st_ino).second;
     }
 
     std::set<std::pair<dev_t, ino_t>> met_;

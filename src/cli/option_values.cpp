@@ -44,7 +44,7 @@ MemoryChoice MemoryOf(const std::string& text) {
     const std::size_t unit = kUnits.find(last);
     const bool percent = last == '%';
     const bool plain = unit == std::string_view::npos && !percent;
-    const int shift = plain || percent ? 0 : 10 * (static_cast<int>(unit) + 1);
+    const int shift = 10 * static_cast<int>(unit + 1);  // 0 without a unit
     try {
         const std::int64_t number = WholeNumber(plain ? text : text.substr(0, text.size() - 1), 1,
                                                 percent ? 100 : kMost >> shift);

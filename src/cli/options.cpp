@@ -137,7 +137,7 @@ std::vector<std::string> Arguments(int argc, const char* const* argv) {
     std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
     std::reverse(arguments.begin(), arguments.end());
     for (std::string& argument : arguments) {
-        if (argument.size() > 1 && argument.front() == '[' && argument.back() == ']') {
+        if (!argument.empty() && argument.front() == '[' && argument.back() == ']') {
             argument.insert(0, "./");
         }
     }

@@ -63,8 +63,6 @@ std::string ProgressLine(const SolveProgress& p) {
 
 }  // namespace
 
-ProgressBar::ProgressBar() : wanted_(isatty(STDERR_FILENO) == 1) {}
-
 void ProgressBar::ShowProgress(const SolveProgress& progress) {
     if (!wanted_ || progress.Seconds < kFirstSeconds) return;
     shown_ = true;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unistd.h>
+
 #include "output/progress.h"
 #include "output/solve_session.h"
 
@@ -9,14 +11,12 @@ namespace kavit {
 // takes long enough to be looked at; it leaves no trace.
 class ProgressBar final : public SolveObserver {
   public:
-    ProgressBar();
-
     void ShowProgress(const SolveProgress& progress) override;
     // After each solve.
     void Clear();
 
   private:
-    bool wanted_ = false;
+    bool wanted_ = isatty(STDERR_FILENO) == 1;
     bool shown_ = false;
 };
 

@@ -49,9 +49,7 @@ ReadReply ReadFrom(const LevelEntry& entry, Board& board, const AskInvalidChar& 
     if (!entry.FromCollection && !entry.FromStandardInput)
         return ReadLevelFile(entry.File, board, ask);
     std::istringstream text(entry.FromCollection ? entry.Level.BoardText : entry.Text);
-    ReadReply reply = ReadLevelStream(text, board, ask);
-    if (entry.FromCollection && reply.Place.Line > 0) reply.Place.Line += entry.Level.Line - 1;
-    return reply;
+    return ReadLevelStream(text, board, ask);
 }
 
 // A title may hold a "#", but the line may also be a row of the level with a typing error in front.

@@ -197,7 +197,7 @@ void SolveCommand::Explain(LevelReport& report) const {
     } else if (solve.Code == Result::OutOfMemory) {
         report.Reason =
             FullStoreText(ChooseStore(options_, BoxesOf(board), available_), available_);
-    } else if (solve.Refused() || solve.Code == Result::NoSolution) {
+    } else {
         const std::vector<Refusal> refusals = WhyRefused(board);
         for (const Refusal& refusal : refusals)
             report.Reason += (report.Reason.empty() ? "" : "; ") + refusal.Text;
