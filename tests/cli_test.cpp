@@ -108,7 +108,7 @@ TEST_F(Cli, StatusAndResult) {
         {"solved.xsb", 2, {9}, "Problem already solved"},
         {"corner.xsb", 2, {14}, "There is, at least, one frozen block"},
         {"none.xsb", 3, {3}, "There is no solution !"},
-        {"--max-positions 1 two.xsb", 4, {4}, "Out of memory before a solution"},
+        {"--opt-level 4 --max-positions 1 two.xsb", 4, {4}, "Out of memory before a solution"},
         {"--max-time 1 --blocks 15 --max-positions 12000000 endless.xsb", 8, {8}, "Time Out"},
         {"''", 5, {101}, "Nothing to Open"},
         {"empty", 5, {101}, "Nothing to Open"},
@@ -559,6 +559,8 @@ TEST_F(Cli, Dumps) {
     EXPECT_EQ(folder_.Read("three_some_Dist.txt"), line + line) << "one for each solve";
     EXPECT_FALSE(fs::exists(folder_.Path("d_solved_some.txt"))) << "there was no search";
 
+    for (const char* stored : {"1", "4"})
+        EXPECT_EQ(Run({"--dump-position", stored, "three.xsb"}).Status, 0);
     const ProgramRun none = Run({"--dump-position", "99", "three.xsb"});
     EXPECT_EQ(none.Status, 7);
     EXPECT_TRUE(Contains(none.Err, "three.xsb: There is no position 99; 1 to 4 are stored"));

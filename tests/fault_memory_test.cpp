@@ -211,6 +211,15 @@ TEST(FaultMemory, LimitsAnswerAtOnce) {
     }
 }
 
+TEST(FaultMemory, ALimitOfTimeAloneTakesNothing) {
+    Solver solver;
+    ASSERT_TRUE(solver.ApplySizes(kOld).Ok);
+    const ApplyReply longer = solver.ApplySizes({kOld.NumPos, kOld.Blocks, 86400});
+    EXPECT_TRUE(longer.Ok && !longer.Reallocated);
+    EXPECT_FALSE(solver.ApplySizes({kOld.NumPos, kOld.Blocks, 0}).Ok);
+    EXPECT_EQ(solver.AppliedSizes().MaxTime, 86400);
+}
+
 TEST(FaultMemory, TheLargestSizesAreAskedFor) {
     FailingSource source;
     source.FailAt = 1;

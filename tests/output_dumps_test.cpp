@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include "output/closing_block.h"
 #include "output/dumps.h"
+#include "output/number_text.h"
 
 namespace kavit {
 namespace {
@@ -42,6 +44,19 @@ TEST(Dumps, Position) {
               " Bucket: ( 0007)  [ 011 0003 045 006] [ 24 45 123 05]\r\n");
     EXPECT_EQ(PositionText(1234567, {1, -1, 12345, 200, {}, 20}),
               " Bucket: ( 1234567)  [ 001 -0001 200 12345] [ 20]\r\n");
+}
+
+TEST(Dumps, ClosingBlock) {
+    const SearchCounters counters{.BucketCnt = 1, .SeaPhase = 2, .HashSize = 1};
+    EXPECT_EQ(ClosingBlock(counters, 0),
+              "layers      0 (0 forward, 0 backward)\n"
+              "positions   1 stored of 0 (0 %), 0 offered\n"
+              "duplicates  0 improved, 0 dropped\n"
+              "hash table  default, 50.0 % full, 0 re-probes (0.00 an offer)\n"
+              "memory      0.0 bytes a position\n"
+              "seconds     0.0000 search, 0.0000 moves pass\n");
+    EXPECT_EQ(BytesText(1024) + BytesText(10240), "1.0 KB10 KB");
+    EXPECT_EQ(BytesText(std::uint64_t{1} << 60), "1048576 TB");
 }
 
 TEST(Dumps, FileNames) {

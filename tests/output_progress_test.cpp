@@ -35,6 +35,10 @@ TEST(Progress, HowFarTheMemoryReaches) {
         // Only the last four steps count.
         {{1, 1, 1, 1000, 2000, 4000, 8000, 16000}, doubling, 31999, SeaType::Forward, 11},
         {{1, 1, 1, 1000, 2000, 4000, 8000, 16000}, doubling, 32001, SeaType::Forward, 12},
+        // Just so many, just so large; of two layers of one size the backward one goes on.
+        {{250, 500, 1000}, doubling, 2000, SeaType::Forward, 7},
+        {{1000, 2000, 4000}, {444, 1333, 4000}, 9000, SeaType::Both, 5},
+        {{4000, 4000, 4000}, doubling, 10, SeaType::Forward, 0},
         // Layers that are few, small or shrinking tell nothing.
         {{500, 1000}, {500, 1000}, 10, SeaType::Both, 0},
         {{250, 500, 999}, doubling, 10, SeaType::Forward, 0},

@@ -12,6 +12,7 @@ TEST(Watch, CaptionsAcrossMidnight) {
     EXPECT_EQ(watch.Tick(86399.0, hooks), "0/600");  // 0.5: halves to even
     EXPECT_EQ(watch.Tick(0.0, hooks), "2/600");      // 1.5
     EXPECT_EQ(watch.Tick(10.25, hooks), "12/600");
+    EXPECT_EQ(watch.Tick(10.25, hooks), "12/600");
     watch.Finish(10.75);
     EXPECT_DOUBLE_EQ(watch.LastTick() - watch.SeaStart(), 12.25);
     EXPECT_FALSE(hooks.Stopping());

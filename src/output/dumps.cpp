@@ -25,7 +25,7 @@ std::string RunsText(const LayerTables::Table& table) {
     for (int level = 1;; ++level) {
         const LayerRun search = LayerTables::Get(table, level, 1);
         const LayerRun optimizer = LayerTables::Get(table, level, 2);
-        if (search.Top < 1 && optimizer.Top < 1) return text;
+        if (search.Top == 0 && optimizer.Top == 0) return text;
         text += "SeaCnt = " + Padded(level, 3);
         AddRun(text, "1", search);
         if (optimizer.Top > 0) AddRun(text, "2", optimizer);

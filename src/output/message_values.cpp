@@ -13,7 +13,7 @@ MessageValues ValuesOf(const Sizes& sizes, const SearchCounters& counters, const
     MessageValues values;
     values.Blocks = sizes.Blocks;
     values.SeaSteps = counters.SeaSteps;
-    if (fewestMoves && fewestPushes) {  // no text shows them where nothing is kept
+    if (fewestMoves) {  // no text shows them where nothing is kept
         values.SolMoves = {fewestMoves->SolMoves, fewestPushes->SolMoves};
         values.SolPushes = {fewestMoves->SolPushes, fewestPushes->SolPushes};
     }

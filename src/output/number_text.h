@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <string>
 
 // How numbers look in the texts of the program. The two forms decide the spacing of every status
@@ -22,8 +24,8 @@ namespace kavit {
 
 // At least `digits` digits, zeros in front; a number that needs more is written whole.
 [[nodiscard]] inline std::string Padded(std::int64_t x, std::size_t digits) {
-    std::string text = std::to_string(x < 0 ? -x : x);
-    if (text.size() < digits) text.insert(0, digits - text.size(), '0');
+    std::string text = std::to_string(std::abs(x));
+    text.insert(0, digits - std::min(digits, text.size()), '0');
     if (x < 0) text.insert(text.begin(), '-');
     return text;
 }

@@ -21,14 +21,13 @@ double Growth(const std::vector<double>& layers) {
 }
 
 // The layers of a side up to the one that is expanded next or just now.
-std::vector<double> LayerSizes(const LayerTables::Table& table, std::int64_t depth) {
+std::vector<double> LayerSizes(const LayerTables::Table& table) {
     std::vector<double> sizes;
-    for (std::int64_t layer = 1; layer <= depth; ++layer) {
+    for (std::int64_t layer = 1;; ++layer) {
         const LayerRun run = LayerTables::Get(table, layer, 1);
-        if (run.Top < 1) break;
+        if (run.Top == 0) return sizes;
         sizes.push_back(run.End - run.Top + 1.0);
     }
-    return sizes;
 }
 
 }  // namespace
@@ -80,10 +79,8 @@ SolveProgress ProgressMeter::Read(const Solver& solver, SeaType searched, char s
         progress.BackLayers = counters.BackLevel;
         progress.PushesLower = counters.OptimumPushes;
     } else {
-        std::vector<double> forward =
-            LayerSizes(solver.Layers().ForwTopEnd, progress.ForwLayers + 1);
-        std::vector<double> backward =
-            LayerSizes(solver.Layers().BackTopEnd, progress.BackLayers + 1);
+        std::vector<double> forward = LayerSizes(solver.Layers().ForwTopEnd);
+        std::vector<double> backward = LayerSizes(solver.Layers().BackTopEnd);
         double room = static_cast<double>(progress.NumPos);
         for (const auto* layers : {&forward, &backward})
             for (const double size : *layers) room -= size;

@@ -47,7 +47,6 @@ bool SolveSession::RequestStop() noexcept {
 }
 
 void SolveSession::Start(const SolveRequest& request) {
-    RefreshDue = false;
     StopSea = StopCause::No;
     // In this order: a request between the two lines is not lost.
     if (asked_) SolverHooks::RequestStop(StopCause::User);

@@ -18,7 +18,7 @@ double TimeOfDay() {
     const double fraction =
         duration<double>(now - system_clock::from_time_t(seconds)).count();  // below 1
     std::tm local{};
-    if (localtime_r(&seconds, &local) == nullptr) return 0;
+    localtime_r(&seconds, &local);
     return local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec + fraction;
 }
 

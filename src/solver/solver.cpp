@@ -85,17 +85,15 @@ bool Solver::State::Resize(const kavit::Sizes& fields) {
 
 ApplyReply Solver::ApplySizes(const Sizes& fields) {
     if (fields.MaxTime > 86400) return {false, false, "MaxTime can't exceed 86400 secs."};
-    Sizes& applied = state_->Sizes;
-    if (fields.Blocks == applied.Blocks && fields.NumPos == applied.NumPos && applied.NumPos > 0) {
-        if (fields.MaxTime <= 0)
-            return {false, false, "Max elapsed time can't be zero or negative"};
-        applied.MaxTime = fields.MaxTime;
-        return {};
-    }
     if (fields.Blocks <= 0) return {false, false, "Blocks can't be zero or negative"};
     if (fields.NumPos <= 0)
         return {false, false, "Max number of positions can't be zero or negative"};
     if (fields.MaxTime <= 0) return {false, false, "Max elapsed time can't be zero or negative"};
+    Sizes& applied = state_->Sizes;
+    if (fields.Blocks == applied.Blocks && fields.NumPos == applied.NumPos) {
+        applied.MaxTime = fields.MaxTime;
+        return {};
+    }
     if (fields.NumPos > 2147483647 || fields.Blocks > 32767 || !state_->Resize(fields)) {
         if (state_->Store.NumPos() == 0) applied = {0, 0, 0};  // even the old sizes are gone
         state_->Forget();  // the old store may have been given back and taken again

@@ -37,7 +37,7 @@ std::uint64_t NumberBehind(const std::string& path, const std::string& word,
 }
 
 std::uint64_t Less(std::uint64_t a, std::uint64_t b) {
-    return a > b ? a - b : 0;
+    return a - std::min(a, b);
 }
 
 // The folders of the group that this process is in for a kind of resource, and of all groups above
@@ -54,7 +54,7 @@ GroupFolders FoldersFor(const std::string& root, const std::string& kind) {
     while (std::getline(groups, line)) {
         const std::size_t first = line.find(':');
         const std::size_t second = line.find(':', first + 1);
-        if (first == std::string::npos || second == std::string::npos) continue;
+        if (second == std::string::npos) continue;
         const std::string kinds = "," + line.substr(first + 1, second - first - 1) + ",";
         const bool version2 = kinds == ",,";
         if (!version2 && kinds.find("," + kind + ",") == std::string::npos) continue;
@@ -99,10 +99,9 @@ std::uint64_t ProcessorsOfGroup2(const std::string& folder) {
 }
 
 std::uint64_t ProcessorsOfGroup1(const std::string& folder) {
-    std::ifstream file(folder + "/cpu.cfs_quota_us");
-    std::int64_t quota = -1;  // which is what it says where there is no limit
-    if (!(file >> quota) || quota < 0) return kUnlimited;
-    return Processors(static_cast<std::uint64_t>(quota),
+    // Where there is no limit it says -1, which is the largest number when read as one without
+    // sign.
+    return Processors(NumberIn(folder + "/cpu.cfs_quota_us", kUnlimited),
                       NumberIn(folder + "/cpu.cfs_period_us", 0));
 }
 

@@ -21,22 +21,22 @@ class Machine final : public MemorySource {
   public:
     void* Take(std::size_t bytes) override {
         assert(bytes > 0);
-        if (bytes < kMapFrom) {
-            const std::size_t whole = (bytes / kLine + 1) * kLine;
+        if (FromHeap(bytes)) {
+            const std::size_t whole = (bytes + kLine) / kLine * kLine;
             void* memory = std::aligned_alloc(kLine, whole);
             return memory == nullptr ? nullptr : std::memset(memory, 0, whole);
         }
         // Huge pages need their own alignment: map more and cut off both ends.
-        if (bytes > std::numeric_limits<std::size_t>::max() - 2 * kHugePage) return nullptr;
-        const std::size_t length = (bytes + kHugePage - 1) / kHugePage * kHugePage;
+        assert(bytes <= std::numeric_limits<std::size_t>::max() - 2 * kHugePage);
+        const std::size_t length = Mapped(bytes);
         void* raw = mmap(nullptr, length + kHugePage, PROT_READ | PROT_WRITE,
                          MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         if (raw == MAP_FAILED) return nullptr;
         auto* begin = static_cast<std::byte*>(raw);
         const auto misplaced = reinterpret_cast<std::uintptr_t>(begin) % kHugePage;
-        const std::size_t head = misplaced == 0 ? 0 : kHugePage - misplaced;
+        const std::size_t head = (kHugePage - misplaced) % kHugePage;
         assert(head < kHugePage);  // something is left to cut off behind
-        if (head > 0) munmap(begin, head);
+        munmap(begin, head);       // refused where there is none
         munmap(begin + head + length, kHugePage - head);
         assert(reinterpret_cast<std::uintptr_t>(begin + head) % kHugePage == 0);
         madvise(begin + head, length, MADV_HUGEPAGE);  // a wish; failure changes nothing
@@ -44,7 +44,7 @@ class Machine final : public MemorySource {
     }
     void Give(void* memory, std::size_t bytes) override {
         assert(memory != nullptr);
-        if (bytes < kMapFrom) {
+        if (FromHeap(bytes)) {
             std::free(memory);
         } else {
             munmap(memory, Mapped(bytes));
@@ -52,13 +52,14 @@ class Machine final : public MemorySource {
     }
     void Clear(void* memory, std::size_t bytes) override {
         // The kernel drops the pages that were touched and gives zeroed ones on the next touch.
-        if (bytes < kMapFrom || madvise(memory, Mapped(bytes), MADV_DONTNEED) != 0)
+        if (FromHeap(bytes) || madvise(memory, Mapped(bytes), MADV_DONTNEED) != 0)
             std::memset(memory, 0, bytes);
     }
     std::uint64_t Available() override { return AvailableMemory(""); }
     std::uint64_t Resident() override { return ResidentMemory(""); }
 
   private:
+    static bool FromHeap(std::size_t bytes) { return bytes < kMapFrom; }
     static std::size_t Mapped(std::size_t bytes) {
         return (bytes + kHugePage - 1) / kHugePage * kHugePage;
     }
@@ -72,7 +73,7 @@ MemorySource& MachineMemory() {
 }
 
 bool MemoryBlock::Take(MemorySource& source, std::size_t bytes) {
-    Release();
+    assert(memory_ == nullptr);
     void* memory = source.Take(bytes);
     if (memory == nullptr) return false;
     assert(reinterpret_cast<std::uintptr_t>(memory) % kLine == 0);

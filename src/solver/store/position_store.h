@@ -107,7 +107,7 @@ class PositionStore {
         assert(pos >= 1);
         std::uint8_t& tag = TagOf(pos);
         assert(tag % kPathMark == kForwTag || tag % kPathMark == kBackTag);
-        if (tag < kPathMark)
+        if (tag <= kBackTag)
             std::atomic_ref(tag).store(static_cast<std::uint8_t>(tag + kPathMark),
                                        std::memory_order_relaxed);
     }

@@ -39,7 +39,6 @@ bool PrimeTable::IsPrime(std::int32_t n) {
 }
 
 std::int32_t PrimeTable::NextPrime(std::int32_t n) {
-    CheckRange(n);
     if (n % 2 == 0) ++n;
     while (!IsPrime(n)) n = NextCandidate(n);
     assert(n <= kLargest);

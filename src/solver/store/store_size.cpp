@@ -37,7 +37,8 @@ HashCase HashFor(std::int64_t numPos) {
 }
 
 std::uint64_t MostStoreBytes(std::uint64_t available) {
-    return std::max(std::min(available, kSpare), available > kSpare ? available - kSpare : 0);
+    const std::uint64_t spare = std::min(available, kSpare);
+    return std::max(spare, available - spare);
 }
 
 }  // namespace kavit
