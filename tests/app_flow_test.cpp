@@ -388,11 +388,11 @@ TEST_F(FlowTest, ListOfLevels) {
     std::filesystem::create_directory(flow.Files.Path("levels"));
     flow.Play("no open:levels");
     EXPECT_TRUE(flow.View.TakeBoxes().starts_with("There are no levels in "));
-    flow.Files.Write("levels/b2.xsb", test::kEasy);
-    flow.Files.Write("levels/b10.txt", kLevels.at("album"));
+    flow.Files.Write("levels/b10.xsb", test::kEasy);
+    flow.Files.Write("levels/b2.txt", kLevels.at("album"));
     Follow("title list",
-           {{"open:levels next", "kavit b10-1; 1 listed: b2: , One: , Two: , Three: , "},
-            {"togglelist", "kavit b10-1; 1: b2: , One: , Two: , Three: , "}});
+           {{"open:levels next", "kavit b2-2; 1 listed: One: , Two: , Three: , b10: , "},
+            {"togglelist", "kavit b2-2; 1: One: , Two: , Three: , b10: , "}});
 }
 
 // Levels and solutions are saved where the user says, and then are what the files hold.

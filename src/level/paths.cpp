@@ -63,17 +63,17 @@ BoxPaths::BoxPaths(const Board& board, int box) : board_(board), box_(box), man_
     board_.ManPos = static_cast<std::int16_t>(man_);
     auto& boxCode = board_.Cell[static_cast<std::size_t>(box)];
 
-    using Entry = std::tuple<int, int, int>;  // pushes, moves, state; -1: where the man stands now
+    using Entry = std::tuple<int, int, int>;  // pushes, steps, state; -1: where the man stands now
     std::priority_queue<Entry, std::vector<Entry>, std::greater<>> open;
     open.emplace(0, 0, -1);
     const std::uint8_t withBox = boxCode;
     boxCode = OnGoal(withBox) ? kGoal : kFloor;
     while (!open.empty()) {
-        const auto [pushes, moves, state] = open.top();
+        const auto [pushes, steps, state] = open.top();
         open.pop();
         if (state >= 0) {
             const Cost& best = cost_[static_cast<std::size_t>(state)];
-            if (best.Pushes != pushes || best.Moves != moves) continue;
+            if (best.Pushes != pushes || best.Steps != steps) continue;
         }
         const int cell = state < 0 ? box : state / 4;
         const int man = state < 0 ? man_ : NextCell(cell, state % 4);
@@ -86,14 +86,14 @@ BoxPaths::BoxPaths(const Board& board, int box) : board_(board), box_(box), man_
             const int to = NextCell(cell, direction);
             if (from < 0 || walk.StepsTo(from) < 0 || !FreeCell(board_, to)) continue;
             const int next = to * 4 + Opposite(direction);
-            const Cost cost{pushes + 1, moves + walk.StepsTo(from) + 1};
+            const Cost cost{pushes + 1, steps + walk.StepsTo(from)};
             Cost& best = cost_[static_cast<std::size_t>(next)];
             if (best.Pushes >= 0 &&
-                std::tie(best.Pushes, best.Moves) <= std::tie(cost.Pushes, cost.Moves))
+                std::tie(best.Pushes, best.Steps) <= std::tie(cost.Pushes, cost.Steps))
                 continue;
             best = cost;
             before_[static_cast<std::size_t>(next)] = state;
-            open.emplace(cost.Pushes, cost.Moves, next);
+            open.emplace(cost.Pushes, cost.Steps, next);
         }
     }
     boxCode = withBox;
@@ -105,7 +105,7 @@ int BoxPaths::BestState(int cell) const {
         const Cost& cost = cost_[static_cast<std::size_t>(state)];
         if (cost.Pushes < 0) continue;
         const Cost& least = cost_[static_cast<std::size_t>(best < 0 ? state : best)];
-        if (best < 0 || std::tie(cost.Pushes, cost.Moves) < std::tie(least.Pushes, least.Moves))
+        if (best < 0 || std::tie(cost.Pushes, cost.Steps) < std::tie(least.Pushes, least.Steps))
             best = state;
     }
     return best;

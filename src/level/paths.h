@@ -33,7 +33,7 @@ class BoxPaths {
     static constexpr int kStates = 4 * kCells;  // cell * 4 + side, a direction of Dir
     struct Cost {
         int Pushes = -1;  // -1: not reached
-        int Moves = 0;
+        int Steps = 0;    // between the pushes
     };
 
     [[nodiscard]] int BestState(int cell) const;

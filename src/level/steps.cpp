@@ -24,7 +24,8 @@ void PutMan(Board& board, int cell) {
 }  // namespace
 
 bool FreeCell(const Board& board, int cell) {
-    return cell >= 0 && CodeAt(board, cell) != kWall && !HoldsBox(CodeAt(board, cell));
+    return cell >= 0 && cell < kCells && CodeAt(board, cell) != kWall &&
+           !HoldsBox(CodeAt(board, cell));
 }
 
 int DirectionOf(char letter) {

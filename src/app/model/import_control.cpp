@@ -99,7 +99,6 @@ void ImportControl::Take() {
     if (!levels_.MayLeave()) return;
     if (draft_.empty()) return desk_.Fire(Event::SetAside);  // no level, and nothing changes
     draft_.clear();
-    typed_ = false;
     levels_.TakePasted(board);
     desk_.Window().Focus(Place::NextButton);
 }

@@ -72,7 +72,7 @@ int CountMoves(const BoardArrays& arrays, const PositionStore& store,
     std::uint8_t man = arrays.KeyByte(arrays.ManStart);
     const int boxes = store.KeyLength() - 1;
     std::int32_t last = 1;
-    for (std::size_t k = 1; k < solSteps.size() && solSteps[k] >= 0; ++k) {
+    for (std::size_t k = 1; solSteps[k] != -1; ++k) {
         const std::uint8_t* before = store.KeyAt(last);
         const std::uint8_t* after = store.KeyAt(solSteps[k]);
         // The one byte that is only in the first key, and the one that is only in the second.
