@@ -49,10 +49,12 @@ TEST(BoardHints, DeadSquaresAndStuckBoxes) {
 // A larger shape than needed costs a search time, and nothing else.
 TEST(Grid, HasTheSmallestShapeThatHoldsTheInside) {
     using Shape = Grid::Shape;
-    const std::vector<std::tuple<std::size_t, int, Shape>> cases = {
-        {7, 15, Shape::kRows16x8},  {8, 8, Shape::kRows8x16},  {15, 8, Shape::kRows8x16},
-        {15, 9, Shape::kRows16x16}, {8, 9, Shape::kRows16x16}, {16, 2, Shape::kRows16x32}};
-    for (const auto& [cols, rows, shape] : cases) {
+    const std::vector<std::tuple<std::size_t, int, Shape, bool>> cases = {
+        {7, 15, Shape::kRows16x8, true},   {8, 8, Shape::kRows8x16, false},
+        {15, 8, Shape::kRows8x16, false},  {15, 9, Shape::kRows16x16, false},
+        {8, 9, Shape::kRows16x16, false},  {16, 2, Shape::kRows16x32, false},
+        {8, 13, Shape::kRows16x16, false}, {9, 13, Shape::kRows16x16, true}};
+    for (const auto& [cols, rows, shape, compact] : cases) {
         std::string level =
             std::string(cols + 2, '#') + "\n#@$." + std::string(cols - 3, ' ') + "#\n";
         for (int row = 1; row < rows; ++row) level += "#" + std::string(cols, ' ') + "#\n";
@@ -60,6 +62,8 @@ TEST(Grid, HasTheSmallestShapeThatHoldsTheInside) {
         ASSERT_EQ(AnalyseBoard(test::BoardOf(level + std::string(cols + 2, '#')), 8, arrays),
                   Result::Ok);
         EXPECT_EQ(Grid(arrays).BoardShape, shape) << cols << " " << rows;
+        EXPECT_EQ(arrays.SqCompact, compact) << cols << " " << rows;
+        EXPECT_EQ(arrays.KeyCell(arrays.KeyByte(arrays.LastIn)), arrays.LastIn);
     }
 }
 

@@ -4,6 +4,7 @@
 #include <cassert>
 #include <vector>
 
+#include "level/steps.h"
 #include "solver/board/freeze.h"
 
 namespace kavit {
@@ -25,7 +26,7 @@ struct Counts {
 
 Counts SplitBoard(const Board& board, BoardArrays& a) {
     Counts counts;
-    a.FirstCell = kCells - 1;
+    a.FirstCell = kCells;
     a.LastCell = 0;
     for (int c = 0; c < kCells; ++c) {
         const std::uint8_t code = board.Cell[static_cast<std::size_t>(c)];
@@ -79,25 +80,22 @@ void FillDeadEnds(BoardArrays& a) {
 // Marks the region of the man. A region that touches the edge of the grid is open.
 void FillReach(BoardArrays& a) {
     assert(Cell(a.EmptyBoard, a.ManStart) == 0);
-    a.FirstIn = kCells - 1;
+    a.FirstIn = kCells;
     a.LastIn = 0;
-    a.Enclosed = true;
     std::vector<int> open = {a.ManStart};
     Cell(a.ReachSq, a.ManStart) = 255;
     while (!open.empty()) {
         const int c = open.back();
         open.pop_back();
         assert(a.Inside(c));
-        const int row = c / Maxcol;
-        const int col = c % Maxcol;
-        if (row == 0 || row == Maxrow - 1 || col == 0 || col == Maxcol - 1) {
-            a.Enclosed = false;
-            return;
-        }
         a.FirstIn = std::min(a.FirstIn, c);
         a.LastIn = std::max(a.LastIn, c);
-        for (const int step : Dir) {
-            const int n = c + step;
+        for (const int direction : {0, 1, 2, 3}) {
+            const int n = NextCell(c, direction);
+            if (n < 0) {
+                a.Enclosed = false;
+                return;
+            }
             if (Cell(a.EmptyBoard, n) != 0 || Cell(a.ReachSq, n) != 0) continue;
             Cell(a.ReachSq, n) = 255;
             open.push_back(n);

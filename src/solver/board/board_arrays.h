@@ -29,7 +29,7 @@ struct BoardArrays {
     int LastCell = 0;
     int FirstIn = 0;  // smallest and largest inside cell
     int LastIn = 0;
-    bool Enclosed = false;
+    bool Enclosed = true;  // the region does not touch the edge of the grid
     bool SqCompact = false;
 
     [[nodiscard]] bool Inside(int cell) const { return At(ReachSq, cell) == 255; }

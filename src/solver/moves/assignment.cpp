@@ -37,7 +37,7 @@ void Assignment::Augment(std::size_t row) {
         for (std::size_t c = 0; c < size_; ++c) {
             if (done[c]) continue;
             const int through = reached + cost_[Index(at, static_cast<int>(c))] - price_[c] - own;
-            if (length[c] == far || through < length[c]) {
+            if (through < length[c]) {
                 length[c] = through;
                 from[c] = column;
             }

@@ -53,8 +53,7 @@ MovedBox FindMovedBox(const Cells& before, const Cells& after) {
     for (int c = Maxcol + 1; c < kCells; ++c) {
         const auto at = static_cast<std::size_t>(c);
         if (before[at] == after[at]) continue;
-        int& end = before[at] == 2 ? moved.From : moved.To;
-        if (end < 0) end = c;
+        (before[at] == 2 ? moved.From : moved.To) = c;
     }
     return moved;
 }
@@ -64,9 +63,8 @@ MovedBox FindMovedBox(const Cells& before, const Cells& after) {
 }
 
 int DirectionOf(const MovedBox& moved) {
-    if (moved.From >= 0 && moved.To >= 0)
-        for (int d = 0; d < 4; ++d)
-            if (moved.To - moved.From == Dir[static_cast<std::size_t>(d)]) return d;
+    for (int d = 0; d < 4; ++d)
+        if (moved.To - moved.From == Dir[static_cast<std::size_t>(d)]) return d;
     BrokenChain();
 }
 

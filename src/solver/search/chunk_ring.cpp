@@ -100,18 +100,16 @@ bool ChunkRing::MakeNext(int thread, std::int32_t& listed) {
 }
 
 void ChunkRing::StartThreads() {
-    if (static_cast<int>(workers_.size()) + 1 >= threads_.Count) return;
+    if (Running() >= threads_.Count) return;
     try {
         work_.MakeRoom(kAhead, threads_.Count);
         slotCount_ = kAhead;  // no chunk lies in the one slot now
-        while (static_cast<int>(workers_.size()) + 1 < threads_.Count) {
-            const int thread = static_cast<int>(workers_.size()) + 1;
-            workers_.emplace_back([this, thread] { Work(thread); });
-        }
+        while (Running() < threads_.Count)
+            workers_.emplace_back([this, thread = Running()] { Work(thread); });
     } catch (const std::system_error&) {  // the machine gives no more threads
-        threads_.Count = static_cast<int>(workers_.size()) + 1;
+        threads_.Count = Running();
     } catch (const std::bad_alloc&) {
-        threads_.Count = static_cast<int>(workers_.size()) + 1;
+        threads_.Count = Running();
     }
 }
 

@@ -91,6 +91,8 @@ class ChunkRing {
     void ListMore();
     void StartThreads();
     void Work(int thread);
+    // Threads there are, the storing one included; the number of the next.
+    [[nodiscard]] int Running() const { return static_cast<int>(workers_.size()) + 1; }
     // Claims a chunk and makes it. False: none may be made now; `listed` is what was seen of
     // Listed.
     bool MakeNext(int thread, std::int32_t& listed);
