@@ -175,7 +175,10 @@ LevelList::LevelList(QWidget* parent) : QWidget(parent) {
     shown_->setSourceModel(&table_);
     shown_->setFilterKeyColumn(-1);
     shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
-    connect(filter_, &QLineEdit::textChanged, shown_, &QSortFilterProxyModel::setFilterFixedString);
+    connect(filter_, &QLineEdit::textChanged, this, [this](const QString& text) {
+        const QSignalBlocker quiet(this);  // who hides a level has not chosen the next one
+        shown_->setFilterFixedString(text);
+    });
 
     view_ = new QTableView(this);
     view_->setObjectName(QStringLiteral("lstLevels"));
