@@ -22,10 +22,7 @@ ClosingPanel::ClosingPanel(QWidget* parent) : QWidget(parent) {
     heading_->setCheckable(true);
     heading_->setAutoRaise(true);
     heading_->setFocusPolicy(Qt::StrongFocus);
-    connect(heading_, &QToolButton::toggled, this, [this](bool open) {
-        Open(open);
-        emit Opened(open);
-    });
+    connect(heading_, &QToolButton::toggled, this, &ClosingPanel::Opened);
 
     inside_ = new QWidget(this);
     text_ = new QPlainTextEdit(inside_);
@@ -52,7 +49,6 @@ ClosingPanel::ClosingPanel(QWidget* parent) : QWidget(parent) {
     column->setContentsMargins(0, 0, 0, 0);
     column->addWidget(heading_);
     column->addWidget(inside_);
-    Open(false);
 }
 
 void ClosingPanel::Show(const Screen& screen) {

@@ -79,7 +79,6 @@ QPushButton* CommandColumn::AddButton(const char* name, const QString& caption,
     auto* button = new QPushButton(caption, this);
     button->setObjectName(QLatin1String(name));
     button->setToolTip(tip);
-    button->setAutoDefault(false);
     return button;
 }
 
@@ -156,22 +155,18 @@ void CommandColumn::PressSolve() {
 
 void CommandColumn::PressAnim(bool left) {
     if (left) return anim_->click();
-    if (anim_->isEnabled()) emit AnimReleased(false);
+    emit AnimReleased(false);
 }
 
 bool CommandColumn::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::MouseButtonRelease && watched == anim_) {
         const auto* mouse = static_cast<QMouseEvent*>(event);
-        if (mouse->button() != Qt::LeftButton && anim_->isEnabled() &&
-            anim_->rect().contains(mouse->position().toPoint())) {
+        if (mouse->button() != Qt::LeftButton &&
+            anim_->rect().contains(mouse->position().toPoint()))
             emit AnimReleased(false);
-            return true;
-        }
     }
-    if (event->type() == QEvent::MouseButtonDblClick && watched == letter_) {
+    if (event->type() == QEvent::MouseButtonDblClick && watched == letter_)
         emit LetterDoubleClicked();
-        return true;
-    }
     return QWidget::eventFilter(watched, event);
 }
 

@@ -34,7 +34,7 @@ void ShowBox(QWidget* parent, const QString& text) {
     box->setAttribute(Qt::WA_DeleteOnClose);
     PutPlain(*box, text);
     for (const QMessageBox* other : parent->findChildren<QMessageBox*>()) {
-        if (other != box && other->isVisible() && other->text() == box->text()) {
+        if (other->isVisible() && other->text() == box->text()) {
             delete box;
             return;
         }

@@ -16,15 +16,14 @@ QLineEdit* NameField(const QFileDialog& dialog) {
 }  // namespace
 
 QString FileDialog::Ask(const QString& suggested) {
-    if (!suggested.isEmpty()) selectFile(suggested);
-    const auto* buttons = findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
-    if (const QLineEdit* field = NameField(*this); field != nullptr && buttons != nullptr) {
+    if (const QLineEdit* field = NameField(*this)) {
+        const auto* buttons = findChild<QDialogButtonBox*>(QStringLiteral("buttonBox"));
         auto* take = buttons->button(acceptMode() == AcceptSave ? QDialogButtonBox::Save
                                                                 : QDialogButtonBox::Open);
-        const auto enable = [take](const QString& name) { take->setEnabled(!name.isEmpty()); };
-        connect(field, &QLineEdit::textChanged, take, enable);
-        enable(field->text());
+        connect(field, &QLineEdit::textChanged, take,
+                [take](const QString& name) { take->setEnabled(!name.isEmpty()); });
     }
+    if (!suggested.isEmpty()) selectFile(suggested);
     if (exec() != Accepted) return {};
     if (chosen_.isEmpty() && !selectedFiles().isEmpty()) chosen_ = selectedFiles().constFirst();
     return chosen_;
@@ -33,7 +32,7 @@ QString FileDialog::Ask(const QString& suggested) {
 void FileDialog::accept() {
     QLineEdit* field = NameField(*this);
     // Desktops with a dialog of their own have no such field, and know what was chosen.
-    if (field == nullptr || field->text().isEmpty()) return QFileDialog::accept();
+    if (field == nullptr) return QFileDialog::accept();
     QString name = field->text();
     if (name.startsWith(QLatin1String("~/"))) name.replace(0, 1, QDir::homePath());
     QString path = QDir::cleanPath(directory().absoluteFilePath(name));

@@ -25,7 +25,6 @@ HelpWindow::HelpWindow(QWidget* parent) : QDialog(parent) {
     text_->setAccessibleName(tr("Help text"));
     auto* close = new QPushButton(tr("Close"), this);
     close->setObjectName(QStringLiteral("btnClose"));
-    close->setDefault(true);
     connect(close, &QPushButton::clicked, this, &QDialog::close);
     connect(this, &QDialog::finished, parent, &QWidget::activateWindow);
     auto* column = new QVBoxLayout(this);
@@ -60,7 +59,6 @@ void HelpWindow::ShowTopic(int topic, const QString& levelName) {
         default:
             Fill({}, {});
     }
-    text_->moveCursor(QTextCursor::Start);
     show();
     raise();
     activateWindow();

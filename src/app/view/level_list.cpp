@@ -46,6 +46,7 @@ QPixmap PictureOf(const std::string& text, int edge, qreal ratio, bool dark) {
     const QColor man = dark ? QColor(0x7f, 0xb8, 0xff) : QColor(0x1c, 0x4c, 0x86);
     const int pixels = qRound(edge * ratio);
     QPixmap pixmap(pixels, pixels);
+    pixmap.setDevicePixelRatio(ratio);
     pixmap.fill(Qt::transparent);
     const auto rows = RowsOf(text);
     const int most = static_cast<int>(std::max(rows.size(), WidthOf(rows)));
@@ -57,6 +58,7 @@ QPixmap PictureOf(const std::string& text, int edge, qreal ratio, bool dark) {
     (void)ImportLevelText(text, board, {});
     const std::vector<int> outside = OutsideFloor(board);
     QPainter painter(&pixmap);
+    painter.scale(1 / ratio, 1 / ratio);
     for (std::size_t row = 0; row < rows.size(); ++row) {
         for (std::size_t col = 0; col < rows[row].size(); ++col) {
             const char code = rows[row][col];
@@ -73,8 +75,6 @@ QPixmap PictureOf(const std::string& text, int edge, qreal ratio, bool dark) {
             if (code == '@' || code == '+') painter.fillRect(mark, man);
         }
     }
-    painter.end();
-    pixmap.setDevicePixelRatio(ratio);
     return pixmap;
 }
 
@@ -88,17 +88,8 @@ void LevelTable::Show(std::vector<LevelRow> rows) {
 }
 
 void LevelTable::Mark(int row, const std::string& mark) {
-    if (row < 0 || row >= rowCount()) return;
-    rows_[static_cast<std::size_t>(row)].Mark = mark;
+    rows_.at(static_cast<std::size_t>(row)).Mark = mark;
     emit dataChanged(index(row, kMark), index(row, kMark));
-}
-
-void LevelTable::ShowDark(bool dark) {
-    if (dark == dark_) return;
-    dark_ = dark;
-    pictures_.clear();
-    if (!rows_.empty())
-        emit dataChanged(index(0, kNumber), index(rowCount() - 1, kNumber), {Qt::DecorationRole});
 }
 
 int LevelTable::rowCount(const QModelIndex& parent) const {
@@ -114,11 +105,12 @@ QVariant LevelTable::data(const QModelIndex& index, int role) const {
     const LevelRow& row = rows_[static_cast<std::size_t>(index.row())];
     if (role == Qt::TextAlignmentRole && index.column() != kTitle) return Qt::AlignCenter;
     if (role == Qt::DecorationRole && index.column() == kNumber) {
-        if (!pictures_.contains(index.row()))
-            pictures_.insert(index.row(),
-                             new QPixmap(PictureOf(row.BoardText, kPicture,
-                                                   qGuiApp->devicePixelRatio(), dark_)));
-        return *pictures_.object(index.row());
+        const bool dark = IsDark(QGuiApplication::palette());
+        const int key = 2 * index.row() + (dark ? 1 : 0);
+        if (!pictures_.contains(key))
+            pictures_.insert(key, new QPixmap(PictureOf(row.BoardText, kPicture,
+                                                        qGuiApp->devicePixelRatio(), dark)));
+        return *pictures_.object(key);
     }
     if (role != Qt::DisplayRole && role != Qt::ToolTipRole) return {};
     switch (index.column()) {
@@ -222,19 +214,12 @@ LevelList::LevelList(QWidget* parent) : QWidget(parent) {
             [this] { GoTo(1, true); });
     solveAll_ = add("btnSolveAll", tr("Solve All"), 3);
     connect(solveAll_, &QPushButton::clicked, this, &LevelList::SolveAllClicked);
-    table_.ShowDark(IsDark(palette()));
 }
 
-void LevelList::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::PaletteChange) table_.ShowDark(IsDark(palette()));
-    QWidget::changeEvent(event);
-}
-
-void LevelList::Show(std::vector<LevelRow> rows, int chosen) {
+void LevelList::Show(std::vector<LevelRow> rows) {
     const QSignalBlocker quiet(this);
     filter_->clear();
     table_.Show(std::move(rows));
-    Choose(chosen);
 }
 
 void LevelList::Choose(int row) {

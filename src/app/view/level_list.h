@@ -36,8 +36,6 @@ class LevelTable : public QAbstractTableModel {
 
     void Show(std::vector<LevelRow> rows);
     void Mark(int row, const std::string& mark);
-    // The ground that the pictures stand on.
-    void ShowDark(bool dark);
     [[nodiscard]] bool Marked(int row) const {
         return !rows_[static_cast<std::size_t>(row)].Mark.empty();
     }
@@ -50,8 +48,7 @@ class LevelTable : public QAbstractTableModel {
 
   private:
     std::vector<LevelRow> rows_;
-    bool dark_ = false;
-    mutable QCache<int, QPixmap> pictures_{400};
+    mutable QCache<int, QPixmap> pictures_{400};  // two to a row: on a light ground, on a dark one
 };
 
 // The list beside the board: a filter, the table, and the ways through it.
@@ -62,7 +59,7 @@ class LevelList : public QWidget {
     explicit LevelList(QWidget* parent = nullptr);
 
     // Rows are counted from 0, in the order of the collection, whatever the filter hides.
-    void Show(std::vector<LevelRow> rows, int chosen);
+    void Show(std::vector<LevelRow> rows);
     void Mark(int row, const std::string& mark) { table_.Mark(row, mark); }
     void Choose(int row);
     [[nodiscard]] std::optional<int> Chosen() const;
@@ -72,9 +69,6 @@ class LevelList : public QWidget {
     void LevelChosen(int row);
     void SolveAllClicked();
     void Closed();
-
-  protected:
-    void changeEvent(QEvent* event) override;
 
   private:
     void GoTo(int step, bool unsolvedOnly);

@@ -124,12 +124,12 @@ void MainWindow::MakeList() {
 
 // Thousands of rows are shown once; after that only marks change.
 void MainWindow::ShowList(const Screen& screen) {
-    const bool same = shownList_ && screen.List && shownList_->size() == screen.List->size() &&
+    const bool same = shownList_->size() == screen.List->size() &&
                       std::equal(shownList_->begin(), shownList_->end(), screen.List->begin(),
                                  [](const ListRow& a, const ListRow& b) {
                                      return a.Title == b.Title && a.BoardText == b.BoardText;
                                  });
-    if (screen.List && shownList_ != screen.List) {
+    if (shownList_ != screen.List) {
         std::vector<LevelRow> rows;
         for (const ListRow& row : *screen.List) {
             const int index = static_cast<int>(&row - screen.List->data());
@@ -139,7 +139,7 @@ void MainWindow::ShowList(const Screen& screen) {
                 rows.push_back({row.Title, row.BoardText, row.Mark});
             }
         }
-        if (!same) list_->Show(std::move(rows), screen.ListChosen);
+        if (!same) list_->Show(std::move(rows));
         shownList_ = screen.List;
     }
     if (screen.ListChosen >= 0 && list_->Chosen() != screen.ListChosen) {
@@ -288,9 +288,12 @@ void MainWindow::SaveChart() {
 // Keys of the replay and of hand play.
 bool MainWindow::TakeKey(int key, Qt::KeyboardModifiers modifiers) {
     const bool control = modifiers.testFlag(Qt::ControlModifier);
-    const auto arrow = [&](int direction) {
-        Run([=](Model& m) { m.ArrowPressed(direction, control); });
+    const auto run = [this](const auto& command) {
+        Run(command);
         return true;
+    };
+    const auto arrow = [&](int direction) {
+        return run([=](Model& m) { m.ArrowPressed(direction, control); });
     };
     switch (key) {
         case Qt::Key_Left:
@@ -302,21 +305,16 @@ bool MainWindow::TakeKey(int key, Qt::KeyboardModifiers modifiers) {
         case Qt::Key_Up:
             return arrow(3);
         case Qt::Key_Home:
-            Run([](Model& m) { m.EndPressed(false); });
-            break;
+            return run([](Model& m) { m.EndPressed(false); });
         case Qt::Key_End:
-            Run([](Model& m) { m.EndPressed(true); });
-            break;
+            return run([](Model& m) { m.EndPressed(true); });
         case Qt::Key_Backspace:
-            Run([](Model& m) { m.Undo(); });
-            break;
+            return run([](Model& m) { m.Undo(); });
         case Qt::Key_Space:
-            Run([](Model& m) { m.SpacePressed(); });
-            break;
+            return run([](Model& m) { m.SpacePressed(); });
         default:
             return false;
     }
-    return true;
 }
 
 void MainWindow::keyPressEvent(QKeyEvent* event) {
@@ -360,9 +358,8 @@ void MainWindow::Show(const Screen& screen) {
     if (screen.Editing && !board_->Editing()) board_->setFocus();  // the arrows draw
     board_->ShowEditing(screen.Editing);
     const bool drawn = board_->Show(screen.Cells);
-    if (screen.Editing && screen.AsideOn && (drawn || !asideOn_)) rest_->start();
-    asideOn_ = screen.AsideOn;
-    preferences_.Aside = screen.AsideOn;
+    const bool turned = std::exchange(preferences_.Aside, screen.AsideOn) != screen.AsideOn;
+    if (drawn || turned) rest_->start();
     board_->ShowMarks(screen.Marks);
     replay_->Show(screen.Replay);
     closing_->Show(screen);
@@ -373,8 +370,7 @@ void MainWindow::Show(const Screen& screen) {
     status_->Show(screen);
     ShowList(screen);
     const auto run = [](QTimer* timer, bool on) {
-        if (on && !timer->isActive()) timer->start();
-        if (!on) timer->stop();
+        if (on != timer->isActive()) on ? timer->start() : timer->stop();
     };
     run(watch_, screen.Solving);
     const int tick = kReplaySpeeds[static_cast<std::size_t>(screen.Replay.Speed)].TickMs;
@@ -460,10 +456,9 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {
-    const QList<QUrl> urls = event->mimeData()->urls();
-    if (urls.isEmpty() || !urls.constFirst().isLocalFile()) return;
+    const std::string name = ToPath(event->mimeData()->urls().value(0).toLocalFile());
+    if (name.empty()) return;  // of another machine
     event->acceptProposedAction();
-    const std::string name = ToPath(urls.constFirst().toLocalFile());
     // The program that the file was dragged from waits for the answer: open it afterwards.
     QTimer::singleShot(0, this, [this, name] { OpenGiven(name); });
 }

@@ -89,7 +89,7 @@ class MainWindow : public QMainWindow, private View {
     StatusView* status_;
     LevelList* list_;
     QDockWidget* dock_;
-    std::shared_ptr<const std::vector<ListRow>> shownList_;
+    std::shared_ptr<const std::vector<ListRow>> shownList_ = Screen().List;
     ClosingPanel* closing_;
     QTimer* watch_;
     QTimer* anim_;
@@ -98,7 +98,6 @@ class MainWindow : public QMainWindow, private View {
     std::unique_ptr<SearchThread> search_;  // goes before the model, whose solver it uses
     std::unique_ptr<SearchThread> aside_;
     bool quitting_ = false;
-    bool asideOn_ = false;
     Preferences preferences_;
 };
 

@@ -1,6 +1,5 @@
 #include "app/view/palette_view.h"
 
-#include <QEvent>
 #include <QGridLayout>
 #include <QPainter>
 #include <QToolButton>
@@ -17,11 +16,12 @@ constexpr int kFrame = 4;
 // The chosen tool wears a frame: the pressed look of a button alone is hardly seen in some styles.
 QIcon ToolIcon(QPixmap picture, const QColor& frame) {
     QIcon icon(picture);
-    QPainter painter(&picture);
-    painter.setPen(QPen(frame, kFrame, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
-    const int inset = kFrame / 2;
-    painter.drawRect(QRect(0, 0, kEdge, kEdge).adjusted(inset, inset, -inset, -inset));
-    painter.end();
+    {
+        QPainter painter(&picture);
+        painter.setPen(QPen(frame, kFrame, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+        const int inset = kFrame / 2;
+        painter.drawRect(QRect(0, 0, kEdge, kEdge).adjusted(inset, inset, -inset, -inset));
+    }
     icon.addPixmap(picture, QIcon::Normal, QIcon::On);
     return icon;
 }
@@ -54,7 +54,7 @@ PaletteView::PaletteView(QWidget* parent) : QWidget(parent) {
         grid->addWidget(button, tool / 5, tool % 5);
         connect(button, &QToolButton::clicked, this, [this, tool] { emit ToolClicked(tool); });
     }
-    DrawIcons();
+    DrawThemed(this, [this] { DrawIcons(); });
 }
 
 void PaletteView::DrawIcons() {
@@ -64,11 +64,6 @@ void PaletteView::DrawIcons() {
         buttons_[static_cast<std::size_t>(tool)]->setIcon(
             ToolIcon(picture, palette().highlight().color()));
     }
-}
-
-void PaletteView::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::PaletteChange) DrawIcons();
-    QWidget::changeEvent(event);
 }
 
 void PaletteView::Show(int tool) {

@@ -22,9 +22,6 @@ class PaletteView : public QWidget {
   signals:
     void ToolClicked(int tool);
 
-  protected:
-    void changeEvent(QEvent* event) override;
-
   private:
     void DrawIcons();
 

@@ -37,12 +37,11 @@ QByteArray Drawing(Picture picture, bool dark) {
 QPixmap PictureSet::Draw(Picture picture, int edge, qreal pixelRatio, bool dark) {
     const int pixels = qRound(edge * pixelRatio);
     QPixmap pixmap(pixels, pixels);
+    pixmap.setDevicePixelRatio(pixelRatio);
     pixmap.fill(Qt::transparent);
     QSvgRenderer renderer(Drawing(picture, dark));
     QPainter painter(&pixmap);
-    renderer.render(&painter, QRectF(0, 0, pixels, pixels));
-    painter.end();
-    pixmap.setDevicePixelRatio(pixelRatio);
+    renderer.render(&painter, QRectF(0, 0, edge, edge));
     return pixmap;
 }
 

@@ -1,16 +1,17 @@
 #include "app/view/replay_bar.h"
 
 #include <QComboBox>
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPainter>
+#include <QPainterPath>
 #include <QSignalBlocker>
 #include <QStyle>
 #include <QStyleOptionSlider>
 #include <QToolButton>
 
 #include "app/view/plain_text.h"
+#include "app/view/theme.h"
 
 namespace kavit {
 
@@ -37,15 +38,15 @@ void MoveSlider::paintEvent(QPaintEvent* event) {
     const QRect handle =
         style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, this);
     const int span = groove.width() - handle.width();
-    QPainter painter(this);
-    painter.setPen(QPen(palette().color(QPalette::WindowText), 1));
-    for (const std::int64_t mark : marks_) {
-        const int at =
-            QStyle::sliderPositionFromValue(minimum(), maximum(), static_cast<int>(mark), span);
-        const int x = groove.left() + handle.width() / 2 + at;
-        painter.drawLine(x, height() - 5, x, height() - 1);
+    {
+        QPainter painter(this);
+        for (const std::int64_t mark : marks_) {
+            const int at =
+                QStyle::sliderPositionFromValue(minimum(), maximum(), static_cast<int>(mark), span);
+            const int x = groove.left() + handle.width() / 2 + at;
+            painter.drawLine(x, height() - 5, x, height());
+        }
     }
-    painter.end();
     QSlider::paintEvent(event);
 }
 
@@ -57,20 +58,19 @@ QIcon Sign(const char* shape, const QColor& colour) {
     QPixmap pixmap(kEdge, kEdge);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(colour);
     const qreal width = kEdge * 0.9 / 3;
     qreal x = (kEdge - width * static_cast<qreal>(qstrlen(shape))) / 2;
     for (const char* part = shape; *part != '\0'; ++part, x += width) {
-        if (*part == '|') painter.drawRect(QRectF(x + width / 4, 10, width / 2, kEdge - 20));
+        if (*part == '|')
+            painter.fillRect(QRectF(x + width / 4, 10, width / 2, kEdge - 20), colour);
         const qreal point = *part == '<' ? x : x + width;
         const qreal base = *part == '<' ? x + width : x;
-        if (*part != '|')
-            painter.drawPolygon(QPolygonF(
-                {QPointF(base, 10), QPointF(point, kEdge / 2.0), QPointF(base, kEdge - 10)}));
+        if (*part == '|') continue;
+        QPainterPath triangle(QPointF(base, 10));
+        triangle.lineTo(point, kEdge / 2.0);
+        triangle.lineTo(base, kEdge - 10);
+        painter.fillPath(triangle, colour);
     }
-    painter.end();
     return QIcon(pixmap);
 }
 
@@ -139,18 +139,13 @@ ReplayBar::ReplayBar(QWidget* parent) : QWidget(parent) {
     rows->setContentsMargins(0, 0, 0, 0);
     rows->addLayout(row);
     rows->addLayout(choices);
-    DrawSigns();
+    DrawThemed(this, [this] { DrawSigns(); });
 }
 
 void ReplayBar::DrawSigns() {
     for (QToolButton* button : findChildren<QToolButton*>())
         button->setIcon(Sign(button->property("sign").toByteArray().constData(),
                              palette().color(QPalette::ButtonText)));
-}
-
-void ReplayBar::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::PaletteChange) DrawSigns();
-    QWidget::changeEvent(event);
 }
 
 void ReplayBar::Show(const ReplayLook& look) {

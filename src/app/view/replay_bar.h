@@ -45,9 +45,6 @@ class ReplayBar : public QWidget {
     void SolutionChosen(int index);
     void ArrowOwnerChosen(bool replay);
 
-  protected:
-    void changeEvent(QEvent* event) override;
-
   private:
     void DrawSigns();
 

@@ -24,12 +24,10 @@ void TextBox::Show(const Screen& screen) {
     const QSignalBlocker blocked(this);  // what is shown here nobody typed
     if (screen.BoxVisible) {
         const QString text = Shown(screen.BoxText);
-        if (isReadOnly() != screen.BoxReadOnly || !isVisible() || toPlainText() != text) {
-            if (toPlainText() != text) setPlainText(text);
-            setReadOnly(screen.BoxReadOnly);
-            if (screen.BoxReadOnly) {  // the toolkit lets the mouse alone select such text
-                setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-            }
+        if (toPlainText() != text) setPlainText(text);
+        setReadOnly(screen.BoxReadOnly);
+        if (screen.BoxReadOnly) {  // the toolkit lets the mouse alone select such text
+            setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         }
     }
     setVisible(screen.BoxVisible);
@@ -37,7 +35,7 @@ void TextBox::Show(const Screen& screen) {
 
 void TextBox::mouseReleaseEvent(QMouseEvent* event) {
     QPlainTextEdit::mouseReleaseEvent(event);
-    if (!isReadOnly() || event->button() != Qt::LeftButton || textCursor().hasSelection()) return;
+    if (event->button() != Qt::LeftButton || textCursor().hasSelection()) return;
     const QTextCursor at = cursorForPosition(event->position().toPoint());
     emit LetterClicked(at.block().text(), at.positionInBlock());
 }

@@ -1,7 +1,9 @@
 #include "app/view/theme.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QStyle>
+#include <QWidget>
 
 namespace kavit {
 namespace {
@@ -28,7 +30,26 @@ void PutFaint(QPalette& palette, const Colours& colours) {
         palette.setColor(QPalette::Disabled, role, QColor(colours.Faint));
 }
 
+class PaletteWatch : public QObject {
+  public:
+    PaletteWatch(QObject* widget, std::function<void()> draw)
+        : QObject(widget), draw_(std::move(draw)) {}
+
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() == QEvent::PaletteChange) draw_();
+        return false;
+    }
+
+  private:
+    std::function<void()> draw_;
+};
+
 }  // namespace
+
+void DrawThemed(QWidget* widget, const std::function<void()>& draw) {
+    draw();
+    widget->installEventFilter(new PaletteWatch(widget, draw));
+}
 
 QPalette PaletteOf(Theme theme) {
     if (theme == Theme::System) return QApplication::style()->standardPalette();
@@ -53,8 +74,8 @@ bool IsDark(const QPalette& palette) {
 }
 
 void ApplyTheme(Theme theme) {
-    QApplication::setPalette(theme == Theme::System ? QPalette() : PaletteOf(theme));
-    if (theme != Theme::System) return;
+    if (theme != Theme::System) return QApplication::setPalette(PaletteOf(theme));
+    QApplication::setPalette(QPalette());
     // Many systems show what is disabled too faintly to be read. All else is left to them.
     QPalette palette;
     PutFaint(palette, IsDark(palette) ? kDark : kLight);
