@@ -75,49 +75,47 @@ class LevelFolders : public testing::Test {
     LevelFolder levels_{folder_.Path(), folder_.Path("examples")};
 };
 
+// What each step leads to, "next", "previous" or a file to open: what it answers, or the current
+// file.
 TEST_F(LevelFolders, StepsThroughTheFilesOfOneExtension) {
-    EXPECT_EQ(levels_.Next(), "Must Open First");
-    EXPECT_EQ(levels_.Previous(), "Must Open First");
-    EXPECT_EQ(levels_.Open(folder_.Path("lev1.xsb")), "");
-    EXPECT_EQ(levels_.LevelFile(), "lev1.xsb");
-    EXPECT_EQ(levels_.LevelName(), "lev1");
-    EXPECT_EQ(levels_.OpenFileName(), folder_.Path("lev1.xsb"));
-    EXPECT_EQ(levels_.Previous(), "No previous levels");
-    for (const char* file : {"lev2.xsb", "LEV3.XSB", "lev10.xsb", "x.tar.xsb"}) {
-        EXPECT_EQ(levels_.Next(), "");
-        EXPECT_EQ(levels_.LevelFile(), file);
-        EXPECT_EQ(levels_.LevelPath(), folder_.Path(file));
+    const std::pair<const char*, const char*> steps[] = {
+        {"next", "Must Open First"},
+        {"previous", "Must Open First"},
+        {"lev1.xsb", "lev1.xsb"},
+        {"previous", "No previous levels"},
+        {"next", "lev2.xsb"},
+        {"next", "LEV3.XSB"},
+        {"next", "lev10.xsb"},
+        {"next", "x.tar.xsb"},
+        {"next", "No more levels"},
+        {"previous", "lev10.xsb"},
+        // The opened file need not be in the list: the pattern of this one is "*.tar".
+        {"x.tar.xsb", "x.tar.xsb"},
+        {"next", "No more levels"},
+        {"previous", "No previous levels"},
+        {"gone.xsb", "gone.xsb"},
+        {"next", "No more levels"},
+        {"previous", "x.tar.xsb"},
+        {"previous", "lev10.xsb"},
+        // Found by its letters, whatever their case.
+        {"lev3.xsb", "lev3.xsb"},
+        {"next", "lev10.xsb"},
+        // Folders are no part of the name.
+        {"v1.2/b1.txt", "b1.txt"},
+        {"next", "b2.txt"},
+    };
+    for (const auto& [step, result] : steps) {
+        const std::string answer = step == string("next")       ? levels_.Next()
+                                   : step == string("previous") ? levels_.Previous()
+                                                                : levels_.Open(step);
+        EXPECT_EQ(answer.empty() ? levels_.LevelFile() : answer, result) << step;
     }
-    EXPECT_EQ(levels_.LevelName(), "x");
-    EXPECT_EQ(levels_.Next(), "No more levels");
-    EXPECT_EQ(levels_.LevelFile(), "x.tar.xsb");
-    EXPECT_EQ(levels_.Previous(), "");
-    EXPECT_EQ(levels_.LevelFile(), "lev10.xsb");
-}
-
-TEST_F(LevelFolders, TheOpenedFileNeedNotBeInTheList) {
-    // Its pattern is "*.tar", which no file here has.
-    EXPECT_EQ(levels_.Open(folder_.Path("x.tar.xsb")), "");
-    EXPECT_EQ(levels_.Next(), "No more levels");
-    EXPECT_EQ(levels_.Previous(), "No previous levels");
-    EXPECT_EQ(levels_.Open(folder_.Path("gone.xsb")), "");
-    EXPECT_EQ(levels_.Next(), "No more levels");
-    EXPECT_EQ(levels_.Previous(), "");
-    EXPECT_EQ(levels_.LevelFile(), "x.tar.xsb");
-    EXPECT_EQ(levels_.Previous(), "");
-    EXPECT_EQ(levels_.LevelFile(), "lev10.xsb");
-    // Found by its letters, whatever their case.
-    EXPECT_EQ(levels_.Open("lev3.xsb"), "");
-    EXPECT_EQ(levels_.Next(), "");
-    EXPECT_EQ(levels_.LevelFile(), "lev10.xsb");
-}
-
-TEST_F(LevelFolders, FoldersAreNoPartOfTheName) {
-    EXPECT_EQ(levels_.Open(folder_.Path("v1.2/b1.txt")), "");
-    EXPECT_EQ(levels_.LevelName(), "b1");
+    EXPECT_EQ(levels_.LevelName(), "b2");
     EXPECT_EQ(levels_.Folder(), folder_.Path("v1.2"));
-    EXPECT_EQ(levels_.Next(), "");
-    EXPECT_EQ(levels_.LevelFile(), "b2.txt");
+    EXPECT_EQ(levels_.LevelPath(), folder_.Path("v1.2/b2.txt"));
+    EXPECT_EQ(levels_.Open(folder_.Path("x.tar.xsb")), "");
+    EXPECT_EQ(levels_.LevelName(), "x");
+    EXPECT_EQ(levels_.OpenFileName(), folder_.Path("x.tar.xsb"));
     EXPECT_EQ(levels_.Open("/nowhere.xsb"), "");
     EXPECT_EQ(levels_.Folder(), "/");
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
 #include <string>
 #include <vector>
@@ -61,21 +62,19 @@ Board RandomBoard(std::mt19937& random, int height, int width) {
     return board;
 }
 
+std::array<int, 4> Extent(const Board& board) {
+    return {board.MinRow, board.MinCol, board.MaxRow, board.MaxCol};
+}
+
 TEST(Transform, RecomputeExtent) {
     Board board;
     board.MinRow = board.MaxRow = 9;
     RecomputeExtent(board);
-    EXPECT_EQ(board.MinRow, 32767);
-    EXPECT_EQ(board.MinCol, 32767);
-    EXPECT_EQ(board.MaxRow, 0);
-    EXPECT_EQ(board.MaxCol, 0);
+    EXPECT_EQ(Extent(board), (std::array{32767, 32767, 0, 0}));
     board.Cell[static_cast<std::size_t>(IndexOf(3, 19))] = kGoal;
     board.Cell[static_cast<std::size_t>(IndexOf(17, 2))] = kMan;
     RecomputeExtent(board);
-    EXPECT_EQ(board.MinRow, 3);
-    EXPECT_EQ(board.MinCol, 2);
-    EXPECT_EQ(board.MaxRow, 17);
-    EXPECT_EQ(board.MaxCol, 19);
+    EXPECT_EQ(Extent(board), (std::array{3, 2, 17, 19}));
 }
 
 TEST(Transform, ShiftsStopAtTheEdge) {
@@ -96,10 +95,7 @@ TEST(Transform, ShiftsStopAtTheEdge) {
         EXPECT_FALSE(ShiftBoard(board, c.Button));
         EXPECT_EQ(board, before);
         EXPECT_EQ(Shape(board), "###|#@ | #$|");
-        EXPECT_EQ(board.MinRow, c.Row);
-        EXPECT_EQ(board.MinCol, c.Col);
-        EXPECT_EQ(board.MaxRow, c.Row + 2);
-        EXPECT_EQ(board.MaxCol, c.Col + 2);
+        EXPECT_EQ(Extent(board), (std::array{c.Row, c.Col, c.Row + 2, c.Col + 2}));
         EXPECT_EQ(board.ManPos, man);  // it does not follow
     }
 }

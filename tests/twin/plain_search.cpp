@@ -87,7 +87,7 @@ int PlainTwin::SearchRounds() {
     while (result == -1) {
         int side = SeaType;
         if (side == 0) side = forw_.End - forw_.Top >= back_.End - back_.Top ? 2 : 1;
-        result = side == 1 ? ForwStep() : BackStep();
+        result = Step(side == 1);
         LastSide = side;
         ++SeaSteps;
         if (nSol > 0) break;
@@ -98,21 +98,23 @@ int PlainTwin::SearchRounds() {
     return result;
 }
 
-int PlainTwin::ForwStep() {
-    ++ForwDepth;
-    const PlainRun range = forw_;
+int PlainTwin::Step(bool forward) {
+    PlainRun& side = forward ? forw_ : back_;
+    int& depth = forward ? ForwDepth : BackDepth;
+    ++depth;
+    const PlainRun range = side;
     lowerBound_ = range.Top;
     lastPos_ = 0;
-    forw_ = {};
+    side = {};
     for (std::int32_t p = range.Top; p <= range.End; ++p) {
         if (OnYield) OnYield();
         if (StopSea) return 8;
-        const int result = ExpandForward(p);
+        const int result = forward ? ExpandForward(p) : ExpandBackward(p);
         if (result >= 0) return result;
     }
-    if (OptLevel >= 2) Record(ForwTopEnd, ForwDepth + 1, forw_);
+    if (OptLevel >= 2) Record(forward ? ForwTopEnd : BackTopEnd, depth + 1, side);
     if (nSol > 0) return 0;
-    return forw_.Top > 0 ? -1 : 3;
+    return side.Top > 0 ? -1 : 3;
 }
 
 int PlainTwin::ExpandForward(std::int32_t p) {
@@ -144,23 +146,6 @@ int PlainTwin::ExpandForward(std::int32_t p) {
     }
     RemoveBoxes();
     return -1;
-}
-
-int PlainTwin::BackStep() {
-    ++BackDepth;
-    const PlainRun range = back_;
-    lowerBound_ = range.Top;
-    lastPos_ = 0;
-    back_ = {};
-    for (std::int32_t p = range.Top; p <= range.End; ++p) {
-        if (OnYield) OnYield();
-        if (StopSea) return 8;
-        const int result = ExpandBackward(p);
-        if (result >= 0) return result;
-    }
-    if (OptLevel >= 2) Record(BackTopEnd, BackDepth + 1, back_);
-    if (nSol > 0) return 0;
-    return back_.Top > 0 ? -1 : 3;
 }
 
 int PlainTwin::ExpandBackward(std::int32_t p) {

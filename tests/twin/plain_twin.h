@@ -135,8 +135,7 @@ struct PlainTwin {
     int PrepareSearch();
     int StoreBackwardStarts();
     int SearchRounds();
-    int ForwStep();
-    int BackStep();
+    int Step(bool forward);
     int ExpandForward(std::int32_t p);
     int ExpandBackward(std::int32_t p);
     void PlaceBoxes(std::int32_t p);
