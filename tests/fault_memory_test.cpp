@@ -63,23 +63,28 @@ void CheckRefused(Solver& solver, const ApplyReply& reply) {
     EXPECT_EQ(Solve(solver), SolveWith(kNew));
 }
 
-TEST(FaultMemory, EveryAllocationOfTheStore) {
-    int failures = 0;
-    for (int at = 1;; ++at) {
-        FailingSource source;
-        Solver solver(source);
-        ASSERT_TRUE(solver.ApplySizes(kOld).Ok);
-        source.FailAt = source.Takes + at;
-        const ApplyReply reply = solver.ApplySizes(kNew);
-        if (reply.Ok) {
+TEST(FaultMemory, EveryAllocationOfTheSizes) {
+    // The store's, then the small ones around it, as for what is read of the machine.
+    for (const bool heap : {false, true}) {
+        int failures = 0;
+        for (bool failed = true; failed && failures < 999; failures += failed ? 1 : 0) {
+            FailingSource source;
+            Solver solver = heap ? Solver() : Solver(source);
+            ASSERT_TRUE(solver.ApplySizes(kOld).Ok);
+            if (!heap) source.FailAt = source.Takes + failures + 1;
+            ApplyReply reply;
+            {
+                const FailingNew failing(heap ? failures + 1 : 0);
+                reply = solver.ApplySizes(kNew);
+                failed = heap ? failing.Failed() : !reply.Ok;
+            }
+            SCOPED_TRACE(failures);
+            if (!reply.Ok) CheckRefused(solver, reply);
             EXPECT_EQ(Solve(solver), SolveWith(kNew));
-            break;
         }
-        ++failures;
-        SCOPED_TRACE(at);
-        CheckRefused(solver, reply);
+        EXPECT_GE(failures, heap ? 3 : 2);
+        EXPECT_LT(failures, 999);
     }
-    EXPECT_GE(failures, 2);
 }
 
 // Not even the old sizes can be had again: the solver says so, and works when there is memory.
@@ -99,29 +104,6 @@ TEST(FaultMemory, EvenTheOldSizesAreGone) {
     EXPECT_EQ(Solve(moved), SolveWith(kOld));
     solver = std::move(moved);
     EXPECT_EQ(Solve(solver), SolveWith(kOld));
-}
-
-// The small allocations around it: batch, primes, what is read of the machine.
-TEST(FaultMemory, EveryAllocationOfTheHeap) {
-    int failures = 0;
-    for (int at = 1; at < 1000; ++at) {
-        Solver solver;
-        ASSERT_TRUE(solver.ApplySizes(kOld).Ok);
-        ApplyReply reply;
-        bool failed = false;
-        {
-            const FailingNew failing(at);
-            reply = solver.ApplySizes(kNew);
-            failed = failing.Failed();
-        }
-        if (!failed) break;
-        ++failures;
-        SCOPED_TRACE(at);
-        if (!reply.Ok) CheckRefused(solver, reply);
-        EXPECT_EQ(Solve(solver), SolveWith(kNew));
-    }
-    EXPECT_GE(failures, 3);
-    EXPECT_LT(failures, 999);
 }
 
 // The pass and the proof need memory of their own; without it the solutions stand.

@@ -291,7 +291,9 @@ class MainWindowTest : public QObject {
         Find<QTimer>("TimerAnim")->setInterval(3600000);
         Do("mnuHlp1 btnANIM");
         then("a replay");
-        Do("btnANIM mnuHlp2 mnuConfigure mnuClosing");
+        Do("btnANIM");
+        QTRY_COMPARE(Caption("btnANIM"), QString("CONT< >REPEAT"));
+        Do("mnuHlp2 mnuConfigure mnuClosing");
         then("sizes");
         Do("mnuAside mnuEditBoard");
         then("drawing");
@@ -303,6 +305,7 @@ class MainWindowTest : public QObject {
             dialog->reject();
         };
         Do("mnuSaveSolution mnuSaveLevelAs mnuSaveCollection mnuOpen0 mnuEx10 btnSaveChart");
+        found += boxes_->Take();
         QFile left("window.txt");
         QVERIFY(left.open(QFile::WriteOnly) && left.write(found.toUtf8()) > 0);
         QFile file(KAVIT_APP_FILES "/window.txt");
@@ -415,13 +418,6 @@ class MainWindowTest : public QObject {
         Find<QComboBox>("cmbBlocks")->setEditText("9");
         Do("frmbtnApply");
         QCOMPARE(QApplication::focusWidget(), Find<QWidget>("btnSOLVE"));
-        QSet<QWidget*> stops;
-        for (int i = 0; i < 40; ++i) {
-            stops.insert(QApplication::focusWidget());
-            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-            QVERIFY(!QApplication::focusWidget()->objectName().startsWith("txt"));
-        }
-        QVERIFY(stops.size() > 10);
     }
 
     void solveTextReturnAnimate() {
@@ -815,34 +811,6 @@ class MainWindowTest : public QObject {
         Do("mnuPasteLevel");
         QCOMPARE(Board()->PictureAt(24), kavit::Picture::Goal);
         QCOMPARE(Caption("btnSOLVE"), QString("SOLVE"));
-    }
-
-    // What stands in the bar, the dialog, the text and the report is what the solutions are.
-    void twoSolutions() {
-        Do("mnuOpt4");
-        Open("ring.xsb",
-             "#########\n#   .   #\n#   #   #\n#  ###  #\n# $# #$ #\n#  ###  #\n#   #   #\n"
-             "#@  .   #\n#########\n");
-        QString title;
-        Do("chkNoWriteSol");
-        boxes_->OnDialog = [&](QDialog* dialog) {
-            title = dialog->windowTitle();
-            dialog->accept();
-        };
-        Solve();
-        const QString names = "fewest moves: 28/14, fewest pushes: 34/10";
-        QCOMPARE(title, "Save Solution (" + names + ")");
-        auto* bar = Find<QComboBox>("cmbSolution");
-        QCOMPARE(bar->itemText(0) + ", " + bar->itemText(1), names);
-        emit bar->activated(1);
-        QTest::keyClick(window_.get(), Qt::Key_End);
-        QCOMPARE(Line("txtRight"), QString("Moves:  34/34"));
-        Do("mnuCopySolution");
-        QCOMPARE(QApplication::clipboard()->text().size(), 34);
-        const QString says = "28, proved; the second solution has the fewest pushes";
-        QVERIFY(QString::fromStdString(folder_->Read("ring.sol")).contains(says));
-        Do("btnSOLVE");
-        QVERIFY(Find<QPlainTextEdit>("rtxtImport")->toPlainText().contains(says));
     }
 
     // A collection is listed; a click in the list opens a level, and the list can be closed.
