@@ -230,7 +230,9 @@ class Flow {
             {"aside", when(s.AsideOn, "on ") + s.Aside},
             {"asked", View.AskedName + when(!View.AskedWhat.empty(), " of " + View.AskedWhat)},
             {"board", Rows()},
-            {"box", when(s.BoxVisible, s.BoxReadOnly ? "to read " : "to type in ") + s.BoxText},
+            {"box",
+             when(HasBox(s.Phase), s.Phase == State::Importing ? "to type in " : "to read ") +
+                 s.BoxText},
             {"boxes", View.TakeBoxes()},
             {"buttons", View.Buttons()},
             {"clip", View.Clip},
@@ -249,14 +251,14 @@ class Flow {
             {"progress", of(s.Progress, s.ProgressMost)},
             {"quits", std::to_string(View.Quits)},
             {"replay", when(look.Visible, replay)},
-            {"running",
-             when(s.Solving, "search ") + when(s.Playing, "replay ") + when(s.SolvingAll, "list")},
+            {"running", when(IsSolving(s.Phase), "search ") + when(IsPlaying(s.Phase), "replay ") +
+                            when(s.SolvingAll, "list")},
             {"size", s.Size},
             {"solution", when(s.WriteSol, "always") + when(s.NoWriteSol, "never")},
             {"timer", s.Timer},
             {"title", s.Title},
-            {"tool",
-             std::to_string(s.Tool) + " " + std::to_string(s.Shape) + when(s.Editing, " editing")},
+            {"tool", std::to_string(s.Tool) + " " + std::to_string(s.Shape) +
+                         when(IsEditing(s.Phase), " editing")},
         };
     }
     // Some of them, one behind the other.
@@ -450,7 +452,7 @@ TEST_F(FlowTest, SolutionFiles) {
         const std::string text = own.Files.Read(asked ? "asked.sol" : "easy.sol");
         EXPECT_EQ(text.substr(0, std::string_view(row.File).size()), row.File);
         EXPECT_EQ(text.empty(), *row.File == '\0');
-        EXPECT_EQ(own.View.Now.SolveCaption, std::string("TEXT"));
+        EXPECT_EQ(own.View.Now.Keys.Solve, std::string("TEXT"));
     }
 }
 
@@ -535,7 +537,7 @@ TEST_F(FlowTest, WhatASearchShows) {
     EXPECT_EQ(during, "STOP -ANIM -CLEAR; Solving room; 0/300; 2; 12/300");
     EXPECT_NE(flow.Now().Debug.find("; fewest moves proved"), std::string::npos);
     EXPECT_EQ(flow.Now().Timer, "12/300");
-    EXPECT_FALSE(flow.Now().Solving);
+    EXPECT_FALSE(IsSolving(flow.Now().Phase));
     // A board that is refused never shows STOP.
     flow.View.OnReport = [&](SolveReport&) { during = flow.View.Buttons() + flow.Now().Title; };
     flow.Play("open:strange solve");
@@ -622,7 +624,7 @@ TEST_F(FlowTest, ImportTakesTextOrLeavesItForMending) {
         {"#q", "You can select and copy to the clipboard (CTRL-C)"},
     };
     flow.Play("open:easy import");
-    EXPECT_FALSE(flow.Now().BoxReadOnly);
+    EXPECT_EQ(flow.Now().Phase, State::Importing);
     EXPECT_EQ(flow.View.Focused, Place::TextBox);
     for (const auto& [text, left] : rows) {
         flow.View.Answers = {Choice::Cancel};
@@ -635,7 +637,7 @@ TEST_F(FlowTest, ImportTakesTextOrLeavesItForMending) {
     }
     flow.Play("openfile");  // cancelled: the box goes, the text is back with the next Import
     flow.View.Answers.clear();
-    EXPECT_FALSE(flow.Now().BoxVisible);
+    EXPECT_FALSE(HasBox(flow.Now().Phase));
     flow.Play("import");
     EXPECT_EQ(flow.Now().BoxText, "#q");
     flow.Play("type:room solve");
@@ -739,9 +741,9 @@ TEST_F(FlowTest, ReplayPaintsTheBoard) {
     EXPECT_EQ(flow.Now().Cells[21], Picture::Floor);
     EXPECT_EQ(flow.Now().Cells[22], Picture::ManRight);
     EXPECT_EQ(flow.Now().Cells[23], Picture::Box);
-    EXPECT_TRUE(flow.Now().Playing);
+    EXPECT_TRUE(IsPlaying(flow.Now().Phase));
     flow.Play("anim tick");
-    EXPECT_FALSE(flow.Now().Playing);
+    EXPECT_FALSE(IsPlaying(flow.Now().Phase));
 }
 
 }  // namespace

@@ -92,7 +92,7 @@ TEST(Collection, TellsWhatBelongsToWhat) {
         {"only\n\ntext #1", "{only//text #1} "},
         {"collection: f\nAuthor: a\n\nA", "{f/a/} 4A "},
         {"Collection: f\nA\nCollection: t", "{f//} 2<Collection: t///>A "},
-        {"Title: t\nA\nTITLE: u\nauthor:a\nAuthor: b", "2<t/a/u|b/>A "},
+        {"Title: t \nA\nTITLE: u\nauthor:a\nAuthor: b", "2<t/a/u|b/>A "},
         {"t\n; c\nA\nTitle: u", "3<u//t|c/>A "},
         // Comments.
         {"A\nComment: \n\n x\n\n####\ny\n\nComment-End:\n\nB", "1<// x||####|y/>A 13B "},

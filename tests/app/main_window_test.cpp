@@ -875,6 +875,7 @@ class MainWindowTest : public QObject {
         }
         QCOMPARE(begins.join("; "), QString("Ayuda en Español: resuelve; Aide en français: résout; "
                                             "Help in English: solves; About: 9.8.7\n\nEste"));
+        QCOMPARE(help->size(), window_->size() * 0.8);
         QTest::mouseClick(help->findChild<QPushButton*>("btnClose"), Qt::LeftButton);
         QVERIFY(!help->isVisible());
     }

@@ -70,8 +70,9 @@ class FakeView final : public kavit::View, private kavit::SolveObserver {
     }
     // "SOLVE ANIM CLEAR" with "-" before what is disabled.
     [[nodiscard]] std::string Buttons() const {
-        return (Now.SolveOn ? "" : "-") + Now.SolveCaption + (Now.AnimOn ? " " : " -") +
-               Now.AnimCaption + (Now.ClearOn ? " CLEAR" : " -CLEAR");
+        const kavit::Buttons& keys = Now.Keys;
+        return std::string(keys.SolveOn ? "" : "-") + keys.Solve + (keys.AnimOn ? " " : " -") +
+               keys.Anim + (keys.ClearOn ? " CLEAR" : " -CLEAR");
     }
     [[nodiscard]] std::string Lines() const { return Now.Left + "|" + Now.Right; }
 

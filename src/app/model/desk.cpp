@@ -11,17 +11,8 @@ bool Desk::Refused(Need need) {
 }
 
 void Desk::Show() {
-    const Buttons buttons = ButtonsOf(machine_);
-    Screen.SolveCaption = buttons.Solve;
-    Screen.SolveOn = buttons.SolveOn;
-    Screen.AnimCaption = buttons.Anim;
-    Screen.AnimOn = buttons.AnimOn;
-    Screen.ClearOn = buttons.ClearOn;
-    Screen.BoxVisible = HasBox(Now());
-    Screen.BoxReadOnly = Now() == State::ShowingText;
-    Screen.Editing = IsEditing(Now());
-    Screen.Solving = IsSolving(Now());
-    Screen.Playing = IsPlaying(Now());
+    Screen.Phase = Now();
+    Screen.Keys = ButtonsOf(machine_);
     view_.Show(Screen);
 }
 

@@ -8,6 +8,7 @@
 
 #include "app/model/board_marks.h"
 #include "app/model/replay_look.h"
+#include "app/model/window_state.h"
 #include "level/board.h"
 
 // All that the window shows, as one value. The model changes it and the view draws it; nothing is
@@ -67,12 +68,9 @@ struct ListRow {
 struct Screen {
     std::string Title;
 
-    // btnSOLVE, btnANIM, btnCLEAR.
-    std::string SolveCaption;
-    std::string AnimCaption;
-    bool SolveOn = false;
-    bool AnimOn = false;
-    bool ClearOn = false;
+    // What the text box, the editor's buttons and the clocks go by.
+    State Phase = State::Empty;
+    Buttons Keys{};  // btnSOLVE, btnANIM, btnCLEAR
 
     // Status lines and labels.
     std::string Left;
@@ -93,18 +91,12 @@ struct Screen {
     bool ShowReach = false;
     ReplayLook Replay;
 
-    // The text box over the board.
-    bool BoxVisible = false;
-    bool BoxReadOnly = false;
-    std::string BoxText;
+    std::string BoxText;  // over the board
 
     bool AsideOn = false;  // what is drawn is solved beside the drawing
     std::string Aside;     // and what came of it
-    bool Editing = false;  // the editor's buttons instead of the progress bar
     int Tool = kNoTool;
-    int Shape = 0;         // of DrawShape
-    bool Solving = false;  // the clock of a solve runs
-    bool Playing = false;  // the clock of the replay runs
+    int Shape = 0;  // of DrawShape
 
     bool PanelVisible = false;
     PanelFields Panel;

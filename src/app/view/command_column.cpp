@@ -119,17 +119,18 @@ void CommandColumn::MakeEditorButtons() {
 }
 
 void CommandColumn::Show(const Screen& screen) {
-    solve_->setText(Shown(screen.SolveCaption));
-    anim_->setText(Shown(screen.AnimCaption));
-    solve_->setEnabled(screen.SolveOn);
-    anim_->setEnabled(screen.AnimOn);
-    clear_->setEnabled(screen.ClearOn);
+    solve_->setText(Shown(screen.Keys.Solve));
+    anim_->setText(Shown(screen.Keys.Anim));
+    solve_->setEnabled(screen.Keys.SolveOn);
+    anim_->setEnabled(screen.Keys.AnimOn);
+    clear_->setEnabled(screen.Keys.ClearOn);
     letter_->setText(Shown(screen.Optimizer));
     QFont font = letter_->font();
     font.setUnderline(screen.OptimizerUnderlined);
     letter_->setFont(font);
-    palette_->Show(screen.Editing ? screen.Tool : kNoTool);
-    editor_->setVisible(screen.Editing);
+    const bool editing = IsEditing(screen.Phase);
+    palette_->Show(editing ? screen.Tool : kNoTool);
+    editor_->setVisible(editing);
     aside_->setText(Shown(screen.Aside));
     aside_->setVisible(!screen.Aside.empty());
     panel_->Show(screen);

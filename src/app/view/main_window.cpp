@@ -355,8 +355,9 @@ void MainWindow::Show(const Screen& screen) {
     // "[*]" is the toolkit's mark for unsaved changes; doubled, it shows as written.
     setWindowTitle(Shown(screen.Title).replace(QLatin1String("[*]"), QLatin1String("[*][*]")));
     menus_->Show(screen);
-    if (screen.Editing && !board_->Editing()) board_->setFocus();  // the arrows draw
-    board_->ShowEditing(screen.Editing);
+    const bool editing = IsEditing(screen.Phase);
+    if (editing && !board_->Editing()) board_->setFocus();  // the arrows draw
+    board_->ShowEditing(editing);
     const bool drawn = board_->Show(screen.Cells);
     const bool turned = std::exchange(preferences_.Aside, screen.AsideOn) != screen.AsideOn;
     if (drawn || turned) rest_->start();
@@ -365,17 +366,17 @@ void MainWindow::Show(const Screen& screen) {
     closing_->Show(screen);
     const bool inBoard = board_->hasFocus() || text_->hasFocus();
     text_->Show(screen);
-    if (inBoard) (screen.BoxVisible ? static_cast<QWidget*>(text_) : board_)->setFocus();
+    if (inBoard) (HasBox(screen.Phase) ? static_cast<QWidget*>(text_) : board_)->setFocus();
     column_->Show(screen);
     status_->Show(screen);
     ShowList(screen);
     const auto run = [](QTimer* timer, bool on) {
         if (on != timer->isActive()) on ? timer->start() : timer->stop();
     };
-    run(watch_, screen.Solving);
+    run(watch_, IsSolving(screen.Phase));
     const int tick = kReplaySpeeds[static_cast<std::size_t>(screen.Replay.Speed)].TickMs;
     if (anim_->interval() != tick) anim_->setInterval(tick);  // which would begin it anew
-    run(anim_, screen.Playing);
+    run(anim_, IsPlaying(screen.Phase));
 }
 
 void MainWindow::Focus(Place place) {

@@ -40,7 +40,7 @@ void Menus::Show(const Screen& screen) {
     check(hashes_, screen.HashCase);
     proved_->setChecked(screen.OptLevel == 3);
     check(shapes_, screen.Shape);
-    for (QAction* shape : shapes_) shape->setEnabled(screen.Editing);
+    for (QAction* shape : shapes_) shape->setEnabled(IsEditing(screen.Phase));
     aside_->setChecked(screen.AsideOn);
     dead_->setChecked(screen.ShowDead);
     reach_->setChecked(screen.ShowReach);

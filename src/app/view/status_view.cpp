@@ -98,7 +98,7 @@ void StatusView::Show(const Screen& screen) {
     const double part = static_cast<double>(screen.Progress) /
                         static_cast<double>(std::max<std::int64_t>(screen.ProgressMost, 1));
     progress_->setValue(static_cast<int>(std::clamp(part, 0.0, 1.0) * kBarParts));
-    progress_->setVisible(!screen.Editing);
+    progress_->setVisible(!IsEditing(screen.Phase));
 }
 
 }  // namespace kavit

@@ -22,15 +22,17 @@ TextBox::TextBox(QWidget* parent) : QPlainTextEdit(parent) {
 
 void TextBox::Show(const Screen& screen) {
     const QSignalBlocker blocked(this);  // what is shown here nobody typed
-    if (screen.BoxVisible) {
+    const bool visible = HasBox(screen.Phase);
+    if (visible) {
         const QString text = Shown(screen.BoxText);
         if (toPlainText() != text) setPlainText(text);
-        setReadOnly(screen.BoxReadOnly);
-        if (screen.BoxReadOnly) {  // the toolkit lets the mouse alone select such text
+        const bool readOnly = screen.Phase == State::ShowingText;
+        setReadOnly(readOnly);
+        if (readOnly) {  // the toolkit lets the mouse alone select such text
             setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
         }
     }
-    setVisible(screen.BoxVisible);
+    setVisible(visible);
 }
 
 void TextBox::mouseReleaseEvent(QMouseEvent* event) {

@@ -111,7 +111,7 @@ BuiltSolution BuildSolution(const BoardArrays& arrays, const PositionStore& stor
     assert(solSteps.size() >= 2 && solSteps.back() == -1);
     std::vector<BoxPush> pushes;
     Cells before = BoardOf(arrays, store, 1);
-    for (std::size_t k = 1; k < solSteps.size() && solSteps[k] >= 0; ++k) {
+    for (std::size_t k = 1; solSteps[k] != -1; ++k) {
         const Cells after = BoardOf(arrays, store, solSteps[k]);
         const MovedBox moved = FindMovedBox(before, after);
         pushes.push_back({moved.From, DirectionOf(moved)});
