@@ -31,6 +31,7 @@ std::string AnswerOf(const SolveReport& report) {
 
 void AsideControl::Turn() {
     on_ = !on_;
+    asked_.reset();
 }
 
 void AsideControl::Rested() {
@@ -55,7 +56,9 @@ void AsideControl::Rested() {
 void AsideControl::Ended(const SolveReport& report) {
     running_ = false;
     answer_ = AnswerOf(report);
-    if (std::exchange(rested_, false)) Rested();
+    if (!std::exchange(rested_, false)) return;
+    asked_.reset();  // it was stopped for another drawing: no answer to keep
+    Rested();
 }
 
 void AsideControl::Present() {

@@ -36,7 +36,7 @@ class Machine final : public MemorySource {
         const auto misplaced = reinterpret_cast<std::uintptr_t>(begin) % kHugePage;
         const std::size_t head = (kHugePage - misplaced) % kHugePage;
         assert(head < kHugePage);  // something is left to cut off behind
-        munmap(begin, head);       // refused where there is none
+        if (head > 0) munmap(begin, head);
         munmap(begin + head + length, kHugePage - head);
         assert(reinterpret_cast<std::uintptr_t>(begin + head) % kHugePage == 0);
         madvise(begin + head, length, MADV_HUGEPAGE);  // a wish; failure changes nothing
