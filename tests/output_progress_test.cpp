@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "level/shown_text.h"
 #include "output/progress.h"
 #include "output/recorded_solution.h"
-#include "output/shown_text.h"
 #include "support/levels.h"
 
 // What is said of a running solve, of solutions that came with a level, and of names from outside.

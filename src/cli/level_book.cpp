@@ -7,8 +7,8 @@
 
 #include "cli/signals.h"
 #include "level/board.h"
+#include "level/shown_text.h"
 #include "output/atomic_file.h"
-#include "output/shown_text.h"
 
 namespace kavit {
 

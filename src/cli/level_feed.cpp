@@ -11,7 +11,7 @@
 
 #include "cli/complain.h"
 #include "cli/standard_streams.h"
-#include "output/shown_text.h"
+#include "level/shown_text.h"
 
 namespace kavit {
 

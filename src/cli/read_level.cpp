@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "cli/complain.h"
-#include "output/shown_text.h"
+#include "level/shown_text.h"
 
 namespace kavit {
 

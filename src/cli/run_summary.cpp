@@ -5,8 +5,8 @@
 #include <functional>
 
 #include "cli/exit_status.h"
+#include "level/shown_text.h"
 #include "output/number_text.h"
-#include "output/shown_text.h"
 
 namespace kavit {
 

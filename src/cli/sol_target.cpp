@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "cli/signals.h"
+#include "level/shown_text.h"
 #include "output/atomic_file.h"
-#include "output/shown_text.h"
 #include "output/solution_file.h"
 
 namespace kavit {

@@ -10,8 +10,8 @@
 #include "cli/signals.h"
 #include "cli/text_report.h"
 #include "level/refusal.h"
+#include "level/shown_text.h"
 #include "output/dumps.h"
-#include "output/shown_text.h"
 #include "output/solution_file.h"
 #include "solver/store/machine.h"
 

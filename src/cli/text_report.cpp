@@ -1,8 +1,8 @@
 #include "cli/text_report.h"
 
+#include "level/shown_text.h"
 #include "output/closing_block.h"
 #include "output/number_text.h"
-#include "output/shown_text.h"
 
 namespace kavit {
 

@@ -1,7 +1,6 @@
 #include "level/collection_lines.h"
 
 #include <algorithm>
-#include <optional>
 #include <utility>
 
 #include "level/moves_text.h"
@@ -174,16 +173,18 @@ std::size_t BrokenAt(std::string_view line) {
 RowsOfLine RowsOf(std::string_view line) {
     RowsOfLine result{{""}, false};
     std::size_t squares = 0;
-    std::optional<std::size_t> count;
+    std::size_t count = 0;
+    bool counted = false;
     for (const char c : line) {
         const Sign sign = SignOf(c);
         result.OtherAlphabet = result.OtherAlphabet || sign >= Sign::Letter;
         if (sign == Sign::Digit) {
-            const std::size_t next = count.value_or(0) * 10 + static_cast<std::size_t>(c - '0');
+            const std::size_t next = count * 10 + static_cast<std::size_t>(c - '0');
             count = std::min(next, kLongestLine);  // more than any row has
+            counted = true;
             continue;
         }
-        const std::size_t times = count.value_or(1);
+        const std::size_t times = counted ? count : 1;
         squares += std::max<std::size_t>(times, 1);
         if (squares > kMostSquares) return {{}, result.OtherAlphabet};
         if (sign == Sign::Bar) {
@@ -191,7 +192,8 @@ RowsOfLine RowsOf(std::string_view line) {
         } else {
             result.Rows.back().append(times, PlainSquare(c));
         }
-        count.reset();
+        count = 0;
+        counted = false;
     }
     return result;
 }

@@ -17,9 +17,11 @@ class ImportGrid {
     void Set(int row, int col, std::uint8_t code) { cells_[Index(row, col)] = code; }
 
   private:
-    // Row 0 and column 0 stay unused.
-    static std::size_t Index(int row, int col) { return static_cast<std::size_t>(row * 64 + col); }
-    std::array<std::uint8_t, std::size_t{32} * 64> cells_{};
+    static std::size_t Index(int row, int col) {
+        const int index = (row - 1) * kCols + (col - 1);
+        return static_cast<std::size_t>(index);
+    }
+    std::array<std::uint8_t, std::size_t{kRows} * kCols> cells_{};
 };
 
 // Widens the extent of `board` so that it holds (row, col).

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -12,6 +11,7 @@
 
 #include "level/import_grid.h"
 #include "level/level_text.h"
+#include "level/shown_text.h"
 
 namespace kavit {
 
@@ -207,15 +207,12 @@ ReadReply CantOpenReply(std::string reason) {
 std::string InvalidCharText(std::string_view character) {
     std::string shown(character);
     const auto byte = static_cast<unsigned char>(character.empty() ? 0 : character.back());
-    std::array<char, 8> number{};
     if (character.size() == 1 && ((byte <= 0x1F && byte != '\t') || byte >= 0x7F)) {
-        std::snprintf(number.data(), number.size(), "\\x%02x", byte);
-        shown = number.data();
+        shown = ByteNumber(character.back());
     }
-    // U+0080 to U+009F: some terminals obey them.
+    // U+0080 to U+009F, as in "\u0085": some terminals obey them.
     if (character.size() == 2 && character[0] == '\xC2' && byte < 0xA0) {
-        std::snprintf(number.data(), number.size(), "\\u%04x", byte);
-        shown = number.data();
+        shown = "\\u00" + ByteNumber(character.back()).substr(2);
     }
     return "Invalid char '" + shown + "' in Xsb; Assumed Space";
 }

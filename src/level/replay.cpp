@@ -1,7 +1,8 @@
 #include "level/replay.h"
 
 #include <array>
-#include <cstdio>
+
+#include "level/shown_text.h"
 
 namespace kavit {
 
@@ -106,10 +107,8 @@ class Room {
 
 std::string UnknownLetter(char c) {
     const auto byte = static_cast<unsigned char>(c);
-    if (byte > 0x20 && byte < 0x7F) return std::string("'") + c + "' is no move letter";
-    std::array<char, 8> number{};
-    std::snprintf(number.data(), number.size(), "\\x%02x", byte);
-    return std::string("'") + number.data() + "' is no move letter";
+    const bool plain = byte > 0x20 && byte < 0x7F;
+    return "'" + (plain ? std::string(1, c) : ByteNumber(c)) + "' is no move letter";
 }
 
 }  // namespace

@@ -168,7 +168,7 @@ LevelList::LevelList(QWidget* parent) : QWidget(parent) {
     shown_->setFilterKeyColumn(-1);
     shown_->setFilterCaseSensitivity(Qt::CaseInsensitive);
     connect(filter_, &QLineEdit::textChanged, this, [this](const QString& text) {
-        const QSignalBlocker quiet(this);  // who hides a level has not chosen the next one
+        const QSignalBlocker quiet(*this);  // who hides a level has not chosen the next one
         shown_->setFilterFixedString(text);
     });
 
@@ -217,13 +217,13 @@ LevelList::LevelList(QWidget* parent) : QWidget(parent) {
 }
 
 void LevelList::Show(std::vector<LevelRow> rows) {
-    const QSignalBlocker quiet(this);
+    const QSignalBlocker quiet(*this);
     filter_->clear();
     table_.Show(std::move(rows));
 }
 
 void LevelList::Choose(int row) {
-    const QSignalBlocker quiet(this);
+    const QSignalBlocker quiet(*this);
     const QModelIndex index = shown_->mapFromSource(table_.index(row, LevelTable::kTitle));
     view_->setCurrentIndex(index);
     if (index.isValid()) view_->scrollTo(index);

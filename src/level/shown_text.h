@@ -11,4 +11,7 @@ namespace kavit {
 // can neither break a line nor drive a terminal.
 [[nodiscard]] std::string ShownText(std::string_view text);
 
+// A byte by its number, as in "\x0a".
+[[nodiscard]] std::string ByteNumber(char c);
+
 }  // namespace kavit

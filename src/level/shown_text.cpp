@@ -1,6 +1,4 @@
-#include "output/shown_text.h"
-
-#include <cstdio>
+#include "level/shown_text.h"
 
 namespace kavit {
 
@@ -10,13 +8,17 @@ std::string ShownText(std::string_view text) {
         const auto byte = static_cast<unsigned char>(c);
         if (byte >= 0x20 && byte != 0x7f) {
             shown += c;
-            continue;
+        } else {
+            shown += ByteNumber(c);
         }
-        char number[8];
-        std::snprintf(number, sizeof number, "\\x%02x", static_cast<unsigned>(byte));
-        shown += number;
     }
     return shown;
+}
+
+std::string ByteNumber(char c) {
+    static constexpr std::string_view kDigits = "0123456789abcdef";
+    const auto byte = static_cast<unsigned char>(c);
+    return {'\\', 'x', kDigits[byte / 16], kDigits[byte % 16]};
 }
 
 }  // namespace kavit
