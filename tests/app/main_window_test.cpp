@@ -9,6 +9,7 @@
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QHeaderView>
+#include <QHelpEvent>
 #include <QInputDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -26,6 +27,7 @@
 #include <QTableView>
 #include <QTest>
 #include <QToolButton>
+#include <QToolTip>
 #include <memory>
 
 #include "app/box_catcher.h"
@@ -216,6 +218,18 @@ class MainWindowTest : public QObject {
         QTRY_COMPARE(image(window_->screen()->grabWindow(window_->winId()).copy(at)),
                      image(Board()->grab()));
     }
+    // What changes on purpose is taken over from the file that is left where the test ran.
+    void IsAsIn(const QString& name, const QString& found) {
+        QFile left(name);
+        QVERIFY(left.open(QFile::WriteOnly) && left.write(found.toUtf8()) > 0);
+        QFile file(KAVIT_APP_FILES "/" + name);
+        QVERIFY(file.open(QFile::ReadOnly));
+        const QStringList lines = found.split('\n');
+        const QStringList wanted = QString::fromUtf8(file.readAll()).split('\n');
+        for (qsizetype i = 0; i < std::min(lines.size(), wanted.size()); ++i)
+            QCOMPARE(lines[i], wanted[i]);
+        QCOMPARE(lines.size(), wanted.size());
+    }
     void Open(const char* name, const char* text) {
         window_->OpenGiven(folder_->Write(name, text));
     }
@@ -257,8 +271,7 @@ class MainWindowTest : public QObject {
         window_.reset();
     }
 
-    // Every object with what it was told. What changes on purpose is taken over from the file that
-    // is left where the test ran.
+    // Every object with what it was told.
     void isMadeAsWritten() {
         Do("mnuHlpAbout");
         QString found;
@@ -306,15 +319,7 @@ class MainWindowTest : public QObject {
         };
         Do("mnuSaveSolution mnuSaveLevelAs mnuSaveCollection mnuOpen0 mnuEx10 btnSaveChart");
         found += boxes_->Take();
-        QFile left("window.txt");
-        QVERIFY(left.open(QFile::WriteOnly) && left.write(found.toUtf8()) > 0);
-        QFile file(KAVIT_APP_FILES "/window.txt");
-        QVERIFY(file.open(QFile::ReadOnly));
-        const QStringList lines = found.split('\n');
-        const QStringList wanted = QString::fromUtf8(file.readAll()).split('\n');
-        for (qsizetype i = 0; i < std::min(lines.size(), wanted.size()); ++i)
-            QCOMPARE(lines[i], wanted[i]);
-        QCOMPARE(lines.size(), wanted.size());
+        IsAsIn("window.txt", found);
     }
 
     // Board, marks and signs as they were looked at once; nothing here has a letter in it.
@@ -783,18 +788,36 @@ class MainWindowTest : public QObject {
         Do("mnuTheme0");
     }
 
-    void chartIsSaved() {
-        Open("a.xsb", kEasy);
-        Solve();
-        auto* chart = window_->findChild<kavit::LayerChart*>();
-        for (const char* name : {"layers.csv", "layers.svg", "layers.png"}) {
-            const QString file = QString::fromStdString(folder_->Path(name));
-            QCOMPARE(chart->Save(file), QString());
-            QVERIFY(QFileInfo(file).size() > 20);
+    // Lines, bars and words of the saved drawing, and what the pointer is told; how wide letters
+    // are is the machine's.
+    void chartIsDrawn() {
+        const auto path = [&](const char* name) {
+            return QString::fromStdString(folder_->Path(name));
+        };
+        kavit::LayerChart chart;
+        chart.resize(400, 200);
+        QString found;
+        for (const std::size_t layers : {0, 1, 4, 7}) {
+            std::vector<std::int64_t> forward{1, 12, 0, 1000, 345678, 99, 1};
+            forward.resize(layers);
+            chart.ShowLayers(forward, {forward.begin(), forward.begin() + layers / 2});
+            chart.setPalette(kavit::PaletteOf(static_cast<kavit::Theme>(1 + layers % 2)));
+            QCOMPARE(chart.Save(path("layers.svg")), QString());
+            QCOMPARE(chart.Save(path("layers.csv")), QString());
+            found += folder_->Read("layers.svg").c_str();
+            found += folder_->Read("layers.csv").c_str();
+            for (int x = 44; x <= 404; x += 20) {
+                QHelpEvent help(QEvent::ToolTip, {x, 50}, {x, 50});
+                const bool told = QApplication::sendEvent(&chart, &help) && help.isAccepted();
+                found += told ? QToolTip::text() + '\n' : "-\n";
+            }
         }
-        QVERIFY(chart->Csv().startsWith("layer,forward,backward\n0,1,"));
-        QVERIFY(chart->Save("layers.xyz").contains("layers.xyz"));
-        QVERIFY(!chart->Save("/nowhere/layers.png").isEmpty());
+        found.remove(QRegularExpression("(?<=<text)[^>]*|font-[^\\n]*| [a-z]+=\"[0-9.]+mm\""));
+        IsAsIn("chart.txt", found);
+        QCOMPARE(chart.Save(path("layers.png")), QString());
+        QCOMPARE(QImage(path("layers.png")).size(), chart.sizeHint() * 2);
+        QVERIFY(chart.Save("layers.xyz").contains("layers.xyz"));
+        QVERIFY(!chart.Save("/nowhere/layers.png").isEmpty());
     }
 
     void importAndPaste() {
