@@ -36,6 +36,8 @@ const std::map<std::string, std::string> kLevels = {
     {"album",
      "#####\n#@$.#\n#####\nTitle: One\n\n######\n#@ $.#\n######\nTitle: Two\nSolution\nrR\n\n"
      "##########\n#@ $ $ ..#\n##########\nTitle: Three\n"},
+    {"torn", "#####\n#@$.#\n#####\n\n#####\n#@$?#\n#####\n\n#####\n#@$.#\n#####\n"},
+    {"ragged", "#####\n#@$.#\n#####\n\n#####\n#@$?#\n#####\n\n#####\n#@$!#\n#####\n"},
     {"room", "#######\n#@ $ .#\n#     #\n#######\n"},
     {"ring",
      "#########\n#   .   #\n#   #   #\n#  ###  #\n# $# #$ #\n#  ###  #\n#   #   #\n#@  .   "

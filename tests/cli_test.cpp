@@ -44,6 +44,10 @@ class Cli : public ::testing::Test {
         folder_.Write("solved.xsb", "#####\n#@* #\n#####\n");
         folder_.Write("corner.xsb", "#####\n#$ @#\n# . #\n#####\n");
         folder_.Write("nobox.xsb", "#####\n#@. #\n#####\n");
+        folder_.Write("noman.xsb", "#####\n# $.#\n#####\n");
+        folder_.Write("men.xsb", "#####\n#@$.#\n#@  #\n#####\n");
+        folder_.Write("open.xsb", "#####\n#@$.\n#####\n");
+        folder_.Write("apart.xsb", "########\n#@$.#$.#\n########\n");
         folder_.Write("wide.xsb", "####################\n");
         folder_.Write("letter.xsb", "#####\n#@$.#\n#xy##\n#####\n");
         folder_.Write("tab.xsb", "#####\n#@$.#\n#\t###\n#####\n");

@@ -10,8 +10,8 @@ namespace {
 
 // Help and version are answers, too: a full disk is no success.
 kavit::ExitStatus Print(const kavit::CommandLine& line) {
-    if (line.Wrong) {
-        std::cerr << line.Text;
+    if (!line.Wrong.empty()) {
+        std::cerr << line.Wrong;
         return kavit::ExitStatus::WrongUsage;
     }
     kavit::AnswerStream answers;

@@ -176,8 +176,9 @@ CommandLine ReadCommandLine(int argc, const char* const* argv) {
     } catch (const CLI::ParseError& ended) {
         std::ostringstream out;
         std::ostringstream err;
-        line.Wrong = app.exit(ended, out, err) != 0;
-        line.Text = line.Wrong ? err.str() : out.str();
+        app.exit(ended, out, err);
+        line.Text = out.str();
+        line.Wrong = err.str();
     }
     return line;
 }

@@ -40,8 +40,8 @@ struct Options {
 // What to do: solve by the options, or print a text and end.
 struct CommandLine {
     std::optional<Options> Command;
-    std::string Text;  // help or version for standard output, or what is wrong for standard error
-    bool Wrong = false;
+    std::string Text;   // help or version, for standard output
+    std::string Wrong;  // what is wrong, for standard error
 };
 
 [[nodiscard]] CommandLine ReadCommandLine(int argc, const char* const* argv);

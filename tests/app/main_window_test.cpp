@@ -1,6 +1,7 @@
 #include "app/view/main_window.h"
 #include "app/view/layer_chart.h"
 #include "app/view/level_list.h"
+#include "app/view/replay_bar.h"
 #include "app/view/theme.h"
 
 #include <QClipboard>
@@ -786,6 +787,41 @@ class MainWindowTest : public QObject {
         QTRY_VERIFY(!kavit::IsDark(window_->palette()));
         for (std::size_t i = 0; i < dark.size(); ++i) QVERIFY(painted()[i] != dark[i]);
         Do("mnuTheme0");
+    }
+
+    // What a picture is told is on the screen without another reason to paint.
+    void paintsWhatItIsTold() {
+        struct Paints : QObject {
+            int Count = 0;
+            bool eventFilter(QObject* /*widget*/, QEvent* event) override {
+                Count += event->type() == QEvent::Paint ? 1 : 0;
+                return false;
+            }
+        } paints;
+        kavit::BoardView board;
+        kavit::LayerChart chart;
+        kavit::MoveSlider slider;
+        for (QWidget* widget : std::initializer_list<QWidget*>{&board, &chart, &slider}) {
+            widget->show();
+            QVERIFY(QTest::qWaitForWindowExposed(widget));
+            widget->installEventFilter(&paints);
+        }
+        kavit::BoardMarks marks;
+        marks.Selected = 3;
+        const std::function<void()> tells[] = {
+            [&] { board.Show({kavit::Picture::Wall}); },
+            [&] { board.ShowMarks(marks); },
+            [&] { board.ShowEditing(true); },
+            [&] { QTest::keyClick(&board, Qt::Key_Right); },
+            [&] { QTest::mousePress(&board, Qt::LeftButton, {}, board.CellRect(44).center()); },
+            [&] { chart.ShowLayers({1}, {}); },
+            [&] { slider.SetMarks({1}); }};
+        for (const auto& tell : tells) {
+            QTest::qWait(20);
+            paints.Count = 0;
+            tell();
+            QTRY_VERIFY2(paints.Count > 0, qPrintable(QString::number(&tell - tells)));
+        }
     }
 
     // Lines, bars and words of the saved drawing, and what the pointer is told; how wide letters

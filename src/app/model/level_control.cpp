@@ -145,7 +145,7 @@ void LevelControl::OpenAlbum(Album album) {
             "Lines " + std::to_string(first.First) + " to " + std::to_string(first.Last) +
             " are left out: " + first.Why +
             (album_.Head.Skipped.size() > 1
-                 ? "\n\nThere are " + std::to_string(album_.Head.Skipped.size() - 1) + " more."
+                 ? "\n\n" + std::to_string(album_.Head.Skipped.size() - 1) + " more of that kind"
                  : ""));
     }
     ChooseEntry(0);

@@ -443,7 +443,6 @@ void MainWindow::StartAside(SolveSession& session, const SolveRequest& request) 
 void MainWindow::Quit() {
     quitting_ = true;
     close();
-    QApplication::quit();
 }
 
 // The close button is Exit, which may refuse or ask.

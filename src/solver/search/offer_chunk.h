@@ -34,7 +34,7 @@ class OfferChunk {
     }
 
     explicit OfferChunk(int boxes)
-        : keyStride_((static_cast<std::size_t>(boxes) + 1 + 7) / 8 * 8),
+        : keyStride_(static_cast<std::size_t>(boxes + 8) / 8 * 8),
           offers_(static_cast<std::size_t>(ParentsFor(boxes) * 4 * std::max(boxes, 1))),
           keys_(offers_.size() * keyStride_ + 16) {
         parents_.reserve(static_cast<std::size_t>(ParentsFor(boxes)));
