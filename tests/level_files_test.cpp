@@ -145,6 +145,7 @@ TEST_F(LevelFolders, ExamplesOtherAndNext) {
                                            {"notes.txt", "", "notes.txt"},
                                            {"bare", "file bare.xsb Not found", "notes.txt"},
                                            {"lev7.", "file lev7..xsb Not found", "notes.txt"},
+                                           {"lev7.x", "file lev7.x Not found", "notes.txt"},
                                            {"folder", "file folder.xsb Not found", "notes.txt"},
                                            {"examples/../lev10", "", "lev10.xsb"},
                                            {"lev1", "", "lev1.xsb"}}) {

@@ -64,6 +64,16 @@ struct Steps : SolverHooks {
         Side = side;
         Check();
     }
+    // Within a step, whose layer is not whole yet.
+    void ShowProgress(std::int64_t /*positions*/) override {
+        const SearchCounters& counters = Solving->Counters();
+        const SolveProgress now = Meter.Read(*Solving, SeaType::Both, Side, Seconds);
+        EXPECT_EQ(now.ForwLayers + now.BackLayers, counters.SeaSteps);
+        if (Side != ' ') {
+            EXPECT_EQ(Side == '1' ? now.BackLayers : now.ForwLayers,
+                      Side == '1' ? counters.BackDepth : counters.ForwDepth);
+        }
+    }
     void ShowMsg(Result message) override {
         if (message == Result::Thinking && Side != ' ') Check();
     }
@@ -97,7 +107,7 @@ TEST(Progress, LayersAndBound) {
     ASSERT_TRUE(solver.ApplySizes({100000, 8, 300}).Ok);
     Steps steps;
     steps.Solving = &solver;
-    const Board board = test::BoardOfFile(KAVIT_EXAMPLES_FOLDER "/04-warehouse.xsb");
+    const Board board = test::BoardOfFile(KAVIT_EXAMPLES_FOLDER "/05-crossing.xsb");
     ASSERT_EQ(solver.AnalyseBoard(board, {}), Result::Ok);
     ASSERT_EQ(solver.Search(steps), Result::Ok);
     EXPECT_EQ(steps.Bound, solver.Kept(1)->SolPushes + 1) << "the last step counts as whole";

@@ -50,7 +50,7 @@ std::optional<LevelFile> OneOfMany(const std::string& argument) {
     const std::size_t quote = name.find(" \"");
     if (quote != std::string::npos && name.back() == '"') {
         // A title may hold anything; the file's name may not hold the number and a quote.
-        for (std::size_t at = quote; at != std::string::npos; at = name.find(" \"", at + 1)) {
+        for (std::size_t at = quote; at != std::string::npos; at = name.find(" \"", at + 2)) {
             const std::size_t mark = name.rfind('#', at);
             if (mark == std::string::npos || mark + 1 == at) continue;
             if (name.find_first_not_of("0123456789", mark + 1) != at) continue;

@@ -100,9 +100,6 @@ class FakeView final : public kavit::View, private kavit::SolveObserver {
         Run([&](kavit::Model& m) { m.Solve.SearchSaid(lines); });
         Interrupt();
     }
-    void ShowProgress(const kavit::SolveProgress& progress) override {
-        Run([&](kavit::Model& m) { m.Solve.SearchCame(progress); });
-    }
     void ShowSide(char side) override {
         Run([&](kavit::Model& m) { m.Solve.SideChanged(side); });
         Interrupt();

@@ -4,6 +4,7 @@
 #include <fstream>
 #include <sstream>
 #include <system_error>
+#include <utility>
 
 #include "level/level_files.h"
 
@@ -21,12 +22,11 @@ bool IsPlainFile(const fs::path& file) {
 
 void Add(Album& album, std::istream& stream, const fs::path& file) {
     Collection read = ReadCollection(stream);
-    for (CollectionLevel& level : read.Levels) {
+    for (CollectionLevel& level : std::exchange(read.Levels, {})) {
         AlbumEntry& entry = album.Entries.emplace_back();
         entry.Level = std::move(level);
         entry.File = file;
     }
-    read.Levels.clear();
     album.Head = std::move(read);
 }
 

@@ -75,7 +75,7 @@ void AlbumControl::Mark(AlbumEntry& entry, const SolveReport& report) {
         entry.Mark = report.Code == Result::NoSolution    ? "no solution"
                      : report.Code == Result::OutOfMemory ? "out of memory"
                      : report.Code == Result::Stopped     ? "time out"
-                     : reasons.empty()                    ? "refused"
+                     : reasons.empty()                    ? report.Lines.Left.value_or("refused")
                                                           : reasons.front().Text;
         return;
     }

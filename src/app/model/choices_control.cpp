@@ -25,7 +25,6 @@ void ChoicesControl::Show() {
 // Both, entry 3, is stored as 0.
 void ChoicesControl::SearchChosen(int index) {
     if (!desk_.Refused(Need::Change)) seaType_ = index % 3;
-    Show();
 }
 
 void ChoicesControl::OptChosen(int level) {
@@ -39,10 +38,8 @@ void ChoicesControl::OptChosen(int level) {
 }
 
 void ChoicesControl::SpecialChosen() {
-    if (!desk_.Refused(Need::Change) && settings_.Values().OptLevel >= 2) {
+    if (!desk_.Refused(Need::Change) && settings_.Values().OptLevel >= 2)
         optSpecial_ = !optSpecial_;
-    }
-    Show();
 }
 
 // In the editor SOLVE and DONE stay as they are, and the board is not solved anyway.
@@ -52,14 +49,12 @@ void ChoicesControl::HashChosen(int index) {
     if (!IsEditing(desk_.Now())) solution_.SetAside();
     solution_.Forget();
     desk_.Fire(Event::OptionChanged);
-    Show();
 }
 
 void ChoicesControl::LetterDoubleClicked() {
     if (eggCode_ != kEggCode || !hideExpert_) return;
     desk_.Say("You found an EsterEgg\r\n\r\nLook at Search, Optimizer and Hash menus");
     hideExpert_ = false;
-    Show();
 }
 
 SolverOptions ChoicesControl::Options() const {

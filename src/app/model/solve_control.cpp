@@ -123,7 +123,7 @@ void SolveControl::SearchEnded(const SolveReport& report) {
         ShowEnd(report);
     }
     if (then) return then(report);
-    if (OnEnded && !IsSolving(desk_.Now())) OnEnded(report);
+    if (!IsSolving(desk_.Now())) OnEnded(report);
 }
 
 void SolveControl::ShowEnd(const SolveReport& report) {

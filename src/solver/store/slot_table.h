@@ -1,11 +1,13 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
 
 #include "solver/store/offer.h"
+#include "solver/store/prefetch.h"
 #include "solver/store/primes.h"
 #include "solver/types.h"
 
@@ -60,9 +62,8 @@ class SlotTable {
     }
     // Fetches a home slot, and what lies below it: probe paths of a table that fills lead there.
     void Prefetch(const Offer& offer) const {
-        constexpr std::int32_t below = 12;
-        __builtin_prefetch(slots_ + offer.Slot);
-        __builtin_prefetch(slots_ + (offer.Slot >= below ? offer.Slot - below : 0));
+        const std::int32_t below = std::min(offer.Slot, 12);
+        PrefetchBytes(slots_ + offer.Slot - below, (below + 1U) * sizeof *slots_);
     }
     // The next position on the offer's path, from where the offer stands, that may have its key; 0
     // at the end of the path. The offer stays there: what is stored meanwhile is seen when it is
