@@ -38,6 +38,8 @@ const std::map<std::string, std::string> kLevels = {
     {"album",
      "#####\n#@$.#\n#####\nTitle: One\n\n######\n#@ $.#\n######\nTitle: Two\nSolution\nrR\n\n"
      "##########\n#@ $ $ ..#\n##########\nTitle: Three\n"},
+    {"twin",
+     "#######\n#.$@$.#\n#######\nSolution\nRlL\n\n#######\n#.$@$.#\n#######\nSolution\nLrR\n"},
     {"torn", "#####\n#@$.#\n#####\n\n#####\n#@$?#\n#####\n\n#####\n#@$.#\n#####\n"},
     {"ragged", "#####\n#@$.#\n#####\n\n#####\n#@$?#\n#####\n\n#####\n#@$!#\n#####\n"},
     {"room", "#######\n#@ $ .#\n#     #\n#######\n"},
@@ -663,6 +665,8 @@ TEST_F(FlowTest, SettingsPanel) {
     for (int i = 0; i < 10000; ++i) longText += "\u00e9";
     const std::string longBox =
         "Max Positions: \"" + longText.substr(0, 39) + "...\" is not a whole number";
+    const std::string forty(40, 'x');
+    const std::string fortyBox = "Max Positions: \"" + forty + "\" is not a whole number";
     const struct {
         const char *Memory, *Blocks, *Time, *Box, *BlocksAfter;
         Place Focused = Place::Cancel;
@@ -677,6 +681,9 @@ TEST_F(FlowTest, SettingsPanel) {
         {"-99999999999999999999", "8", "300", "Max number of positions can't be zero or negative",
          "8"},
         {longText.c_str(), "8", "300", longBox.c_str(), "8", Place::Memory},
+        {forty.c_str(), "8", "300", fortyBox.c_str(), "8", Place::Memory},
+        {"200000", "+", "300", "Blocks: \"+\" is not a whole number", "+", Place::Blocks},
+        {"200000", "+-5", "300", "Blocks: \"+-5\" is not a whole number", "+-5", Place::Blocks},
         {" 100000 ", "12", "600", "", "12", Place::NextButton},
     };
     for (const auto& row : rows) {
@@ -691,8 +698,10 @@ TEST_F(FlowTest, SettingsPanel) {
         EXPECT_EQ(flow.Now().Size, *row.Box != '\0' ? "200000/8" : "100000/12") << row.Box;
     }
     EXPECT_TRUE(flow.Now().PanelMemory.starts_with("Memory: 2.6 MB of ")) << flow.Now().PanelMemory;
-    flow.Play("memory:many");
-    EXPECT_EQ(flow.Now().PanelMemory, "");
+    for (const char* none : {"memory:many", "memory:0"}) {
+        flow.Play(none);
+        EXPECT_EQ(flow.Now().PanelMemory, "");
+    }
     EXPECT_EQ(flow.Shown("progress timer"), "0/100000; 0/600");
     flow.Play("configure blocks:12 open:easy solve always opt:2");
     EXPECT_EQ(flow.View.Request.MaxTime, 600);
@@ -713,8 +722,9 @@ TEST_F(FlowTest, SettingsFilesThatDoNotHold) {
         {"", "found 0"},
         {" 4000000  8  300  1  0 ", "found 5"},
         {" 4000000  8  300  1  0  0  0 ", "found 7"},
+        {" 4000000  +8  300  1  0  0  x", "found 7"},
         {" 4000000  x  300  1  0  0 ", "number 2 (Blocks) is \"x\""},
-        {" 4000000  8  300  9  0  0 ", "number 4 (OptLevel) is \"9\""},
+        {" 4000000  8  300  9  0  0 ", "number 4 (OptLevel) is \"9\", not 0, 1, 2, 3 or 4"},
         {" 4000000  8  300  1  0  2 ", "number 6 (NoWriteSol)"},
         {" 4000000  8  300  1  1  1 ", "exclude"},
         {"4000000,,300,1,0,0", "number 2 (Blocks) is \"\""},

@@ -142,6 +142,18 @@ TEST_F(Cli, SaysAndWritesAsWritten) {
     }
 }
 
+// Long enough for a progress bar, which is for nobody here.
+TEST_F(Cli, TimeOut) {
+    const ProgramRun run =
+        Run(Words("--json --max-time 1 --blocks 15 --max-positions 12000000 endless.xsb"));
+    EXPECT_EQ(run.Status, 8);
+    EXPECT_FALSE(Contains(run.Err, "\x1b"));
+    const std::vector<Json> objects = Objects(run.Out);
+    ASSERT_EQ(objects.size(), 1U);
+    EXPECT_EQ(objects[0].at("message"), "Time Out");
+    EXPECT_GT(objects[0].at("lowerBound"), 1);
+}
+
 TEST_F(Cli, JsonFields) {
     const std::string strange = "str\xff\n\"nge.xsb";
     folder_.Write(strange, kTwoBoxes);
@@ -319,9 +331,11 @@ TEST_F(Cli, Collections) {
 
 // Read, solve, write, read: the same levels, with solutions.
 TEST_F(Cli, LevelsWrittenAgain) {
-    folder_.Write("album.txt", std::string("Author: Us\n\n") + kOnePush + "Title: One\n\n" +
-                                   kThreePushes + "Title: Two\nSolution: rRllrrRR\n\n" +
-                                   kavit::test::kUnsolvable + "Title: None\n");
+    folder_.Write(
+        "album.txt",
+        std::string("Author: Us\n\n") + kOnePush + "Title: One\n\n" + kThreePushes +
+            "Title: Two\nSolution: rRllrrRR\n\n#######\n#.$@$.#\n#######\nSolution: RlL\n\n" +
+            kavit::test::kUnsolvable + "Title: None\n");
     EXPECT_EQ(Run({"--output", "new.sok", "album.txt"}).Status, 3);
     const std::string written = folder_.Read("new.sok");
     EXPECT_TRUE(Contains(written, "Author: Us")) << written;
@@ -331,7 +345,7 @@ TEST_F(Cli, LevelsWrittenAgain) {
     for (std::size_t i = 0; i < after.size(); ++i) {
         for (const char* field : {"title", "status", "solution", "index", "BucketCnt"})
             EXPECT_EQ(after[i].at(field), before[i].at(field)) << i;
-        EXPECT_EQ(after[i].contains("recorded"), i < 2);
+        EXPECT_EQ(after[i].contains("recorded"), i < 3);
     }
     EXPECT_EQ(after[1].at("recorded").at("moves"), 4) << "the longer one was kept";
     const ProgramRun failed = Run({"--output", "no/folder.xsb", "one.xsb"});
@@ -388,7 +402,8 @@ TEST_F(Cli, SignalsAndProgress) {
         EXPECT_TRUE(sent) << "no progress bar: " << run.Err;
         // Each line is shorter than the terminal is wide, or it could not be erased.
         for (std::size_t at = 0; (at = run.Err.find("\x1b[K[", at)) != std::string::npos; ++at)
-            EXPECT_LT(run.Err.find('\r', at) - (at + 3), 50U) << run.Err;
+            EXPECT_LT(run.Err.find('\r', at) - (at + 3), 70U) << run.Err;
+        EXPECT_TRUE(std::regex_search(run.Err, std::regex("s, at least [0-9]+ pushes"))) << run.Err;
         EXPECT_TRUE(Contains(run.Err, "stopped before two.xsb")) << run.Err;
         EXPECT_FALSE(Contains(run.Err, "stopped before three.xsb")) << run.Err;
         EXPECT_TRUE(Contains(run.Err, "slowest: endless.xsb ")) << run.Err;

@@ -37,8 +37,7 @@ void RunSummary::Add(const LevelReport& report) {
     const double seconds = report.Solve.LastTick - report.Solve.SeaStart;
     if (seconds < kWorthNaming) return;
     slowest_.emplace_back(seconds, report.Name);
-    std::stable_sort(slowest_.begin(), slowest_.end(),
-                     [](const auto& a, const auto& b) { return a.first > b.first; });
+    std::sort(slowest_.rbegin(), slowest_.rend());
     if (slowest_.size() > kSlowest) slowest_.pop_back();
 }
 

@@ -826,7 +826,7 @@ class MainWindowTest : public QObject {
 
     // Lines, bars and words of the saved drawing, and what the pointer is told; how wide letters
     // are is the machine's.
-    void chartIsDrawn() {
+    void chartAndColours() {
         const auto path = [&](const char* name) {
             return QString::fromStdString(folder_->Path(name));
         };
@@ -848,6 +848,17 @@ class MainWindowTest : public QObject {
                 found += told ? QToolTip::text() + '\n' : "-\n";
             }
         }
+        for (const auto theme : {kavit::Theme::System, kavit::Theme::Light, kavit::Theme::Dark}) {
+            kavit::ApplyTheme(theme);
+            for (int i = 0; i < 3 * QPalette::NColorRoles; ++i) {
+                const auto group = static_cast<QPalette::ColorGroup>(i / QPalette::NColorRoles);
+                const auto role = static_cast<QPalette::ColorRole>(i % QPalette::NColorRoles);
+                const bool ours = theme != kavit::Theme::System ||
+                                  (group == QPalette::Disabled && role == QPalette::Text);
+                if (ours) found += QApplication::palette().color(group, role).name() + '\n';
+            }
+        }
+        kavit::ApplyTheme(kavit::Theme::System);
         found.remove(QRegularExpression("(?<=<text)[^>]*|font-[^\\n]*| [a-z]+=\"[0-9.]+mm\""));
         IsAsIn("chart.txt", found);
         QCOMPARE(chart.Save(path("layers.png")), QString());

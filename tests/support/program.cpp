@@ -29,7 +29,7 @@ Pipe MakeTerminal() {
     const int near = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (near < 0 || grantpt(near) != 0 || unlockpt(near) != 0) throw std::runtime_error("no pty");
     const int far = open(ptsname(near), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    const winsize size = {24, 50, 0, 0};
+    const winsize size = {24, 70, 0, 0};
     if (far < 0 || ioctl(far, TIOCSWINSZ, &size) != 0) throw std::runtime_error("no pty");
     return {near, far};
 }
@@ -43,6 +43,7 @@ void Close(int& file) {
 [[noreturn]] void BecomeSolve(const ProgramSetup& setup, const Pipe& in, const Pipe& out,
                               const Pipe& err) {
     dup2(setup.InputFolder ? open("/", O_RDONLY) : in.Read, STDIN_FILENO);
+    std::signal(SIGPIPE, SIG_DFL);
     dup2(err.Write, STDERR_FILENO);
     dup2(out.Write, STDOUT_FILENO);
     if (setup.Out == ProgramSetup::Stdout::Full) dup2(open("/dev/full", O_WRONLY), STDOUT_FILENO);

@@ -21,7 +21,7 @@ struct ProgramSetup {
     std::string Input = {};
     bool HoldInput = false;    // standard input stays open and silent
     bool InputFolder = false;  // standard input is a folder, which can't be read
-    bool ErrTerminal = false;  // standard error is a terminal of 50 columns
+    bool ErrTerminal = false;  // standard error is a terminal of 70 columns
     Stdout Out = Stdout::Read;
     std::string Folder = {};                  // to run in
     std::function<void(pid_t)> OnStart = {};  // called when it has been started

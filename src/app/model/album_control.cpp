@@ -125,7 +125,7 @@ void AlbumControl::Save() {
     if (album.Folder() || name.empty()) name += ".sok";
     const auto answer =
         desk_.Window().AskSaveFile(FileKind::Collection, levels_.Folder().string(), name, "");
-    if (!answer || answer->empty()) return;
+    if (!answer) return;
     const std::string fault = WriteWholeFile(*answer, CollectionText(album.ToCollection()));
     if (!fault.empty()) return desk_.Say(fault);
     desk_.Screen.Right = "The levels are written with their solutions";

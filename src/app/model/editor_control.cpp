@@ -23,7 +23,6 @@ void EditorControl::Open() {
     man_ = Picture::ManDown;
     SelectTool(kWall);
     SelectShape(Shape::Pen);
-    ShowBoard();
 }
 
 void EditorControl::Done() {
@@ -59,7 +58,6 @@ void EditorControl::Take(const OpenLevel& (History<OpenLevel>::*step)()) {
     CellUp();
     levels_.Level() = (history_.*step)();
     drawn_ = true;
-    ShowBoard();
 }
 
 // A step is complete.
@@ -68,7 +66,6 @@ void EditorControl::Changed() {
     drawn_ = true;
     desk_.ClearLabels();
     desk_.ShowMsg(Result::Editing);  // what a refused paste said no longer holds
-    ShowBoard();
 }
 
 void EditorControl::SelectShape(Shape shape) {
@@ -83,42 +80,41 @@ void EditorControl::SelectTool(int tool) {
 
 void EditorControl::CellDown(int index, bool erase) {
     if (!IsEditing(desk_.Now())) return;
-    erasing_ = erase;
+    pen_ = erase ? kFloor : tool_;
+    underneath_.reset();
     if (shape_ != Shape::Pen && !erase && !PaintsMan()) {
         corner_ = index;
-        underneath_ = levels_.Level().Board;
         dragging_ = shape_ == Shape::Rectangle;
-        if (shape_ == Shape::Fill) (void)FillArea(levels_.Level().Board, index, Pen());
-        return ShowBoard();
+        if (dragging_) underneath_ = levels_.Level().Board;
+        if (shape_ == Shape::Fill) (void)FillArea(levels_.Level().Board, index, pen_);
+        return;
     }
-    if (PaintsMan() && tool_ != kManOnGoal) man_ = PictureOf(tool_);
+    if (PaintsMan() && pen_ != kManOnGoal) man_ = PictureOf(pen_);
     dragging_ = Paint(index, "You can't erase the Man") && !PaintsMan();
 }
 
 void EditorControl::CellMove(int index) {
     if (!IsEditing(desk_.Now()) || !dragging_) return;
-    if (shape_ != Shape::Rectangle || erasing_) {
+    if (!underneath_) {
         (void)Paint(index, "Can't drag over the Man");
         return;
     }
-    levels_.Level().Board = underneath_;
-    (void)DrawRectangle(levels_.Level().Board, corner_, index, Pen());
-    ShowBoard();
+    levels_.Level().Board = *underneath_;
+    (void)DrawRectangle(levels_.Level().Board, corner_, index, pen_);
 }
 
 void EditorControl::CellUp() {
     if (!IsEditing(desk_.Now())) return;
-    dragging_ = erasing_ = false;
+    dragging_ = false;
     if (levels_.Level() != history_.Now()) Changed();
 }
 
 // False when the man stands there: only another man takes his place.
 bool EditorControl::Paint(int index, const char* refusal) {
     // The three men who look to a side are the man.
-    const int code = PaintsMan() && tool_ != kManOnGoal ? kMan : Pen();
+    const int code = PaintsMan() && pen_ != kManOnGoal ? kMan : pen_;
     const bool painted = PaintCell(levels_.Level().Board, index, static_cast<std::uint8_t>(code));
     if (!painted) desk_.Say(refusal);
-    ShowBoard();
     return painted;
 }
 
@@ -158,6 +154,7 @@ void EditorControl::Clear() {
 
 void EditorControl::Present() {
     if (!IsEditing(desk_.Now())) return;
+    desk_.ShowBoard(levels_.Level().Board, man_);
     BoardMarks& marks = desk_.Screen.Marks = {};
     if (!drawn_) return;
     std::string& line = desk_.Screen.Right;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include "app/model/desk.h"
 #include "app/model/level_control.h"
 #include "app/model/settings_control.h"
@@ -42,16 +44,14 @@ class EditorControl {
     void Clear();
     // Another level in the place of the drawing.
     void Put(const Board& board);
-    // After each command: the marks of the drawing.
+    // After each command: the drawing and its marks.
     void Present();
 
   private:
-    [[nodiscard]] bool PaintsMan() const { return Pen() >= kMan; }
+    [[nodiscard]] bool PaintsMan() const { return pen_ >= kMan; }
     void Take(const OpenLevel& (History<OpenLevel>::*step)());
     void Changed();
-    [[nodiscard]] int Pen() const { return erasing_ ? kFloor : tool_; }
     [[nodiscard]] bool Paint(int index, const char* refusal);
-    void ShowBoard() { desk_.ShowBoard(levels_.Level().Board, man_); }
 
     Desk& desk_;
     SettingsControl& settings_;
@@ -61,10 +61,10 @@ class EditorControl {
     OpenLevel before_;
     int tool_ = kNoTool;
     Shape shape_ = Shape::Pen;
-    bool erasing_ = false;
     bool dragging_ = false;
-    int corner_ = 0;    // of a rectangle that is drawn
-    Board underneath_;  // and the board without it
+    int pen_ = kFloor;                 // what is painted with
+    int corner_ = 0;                   // of a rectangle that is dragged open
+    std::optional<Board> underneath_;  // and the board without it
     History<OpenLevel> history_;
     bool drawn_ = false;              // something was, since the editor opened
     Picture man_ = Picture::ManDown;  // the way he looks is only his picture

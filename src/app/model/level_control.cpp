@@ -27,7 +27,7 @@ void LevelControl::Open() {
     if (desk_.Refused(Need::Levels)) return;
     PrepareWindow();
     const auto answer = desk_.Window().AskOpenFile(files_.Folder().string(), files_.OpenFileName());
-    if (answer && !answer->empty()) OpenPath(*answer);
+    if (answer) OpenPath(*answer);
 }
 
 void LevelControl::OpenGiven(const std::string& fullName) {
@@ -293,7 +293,7 @@ bool LevelControl::AskAndSave() {
     const std::string suggested = level_.FileName.empty() ? "" : level_.FileName + ".xsb";
     const auto answer =
         desk_.Window().AskSaveFile(FileKind::Level, files_.Folder().string(), suggested, "");
-    return answer && !answer->empty() && SaveTo(*answer);
+    return answer && SaveTo(*answer);
 }
 
 bool LevelControl::SaveTo(const std::filesystem::path& file) {

@@ -48,7 +48,7 @@ std::string LevelFolder::Open(const std::string& fullName) {
     SetCurrent(path);
     list_ = ListLevelFiles(folder_, ExtensionOf(levelFile_));
     const std::optional<std::size_t> index = FindLevelFile(list_, levelFile_);
-    levelIdx_ = static_cast<int>(index.value_or(list_.size() + 1));
+    levelIdx_ = static_cast<int>(index.value_or(list_.size()));
     return "";
 }
 
@@ -68,7 +68,7 @@ std::string LevelFolder::Next() {
 std::string LevelFolder::Previous() {
     if (levelIdx_ == kNotOpened) return "Must Open First";
     if (levelIdx_ <= 0 || list_.empty()) return "No previous levels";
-    return StepTo(std::min(levelIdx_ - 1, static_cast<int>(list_.size()) - 1));
+    return StepTo(levelIdx_ - 1);
 }
 
 std::string LevelFolder::OpenNamed(const std::string& name) {

@@ -61,7 +61,7 @@ void Model::EscapePressed() {
     if (IsSolving(desk_.Now())) {
         Solve.Stop();
     } else if (IsPlaying(desk_.Now())) {
-        Solution.AnimReleased(true);
+        Solution.Pause();
     } else if (desk_.Screen.PanelVisible) {
         Settings.Cancel();
     } else if (Play.LeaveBox()) {

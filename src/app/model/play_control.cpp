@@ -107,7 +107,7 @@ void PlayControl::Save() {
     const auto answer =
         desk_.Window().AskSaveFile(FileKind::Solution, levels_.Folder().string(),
                                    (name.empty() ? "board" : name) + "-played.sol", "played moves");
-    if (!answer || answer->empty()) return;
+    if (!answer) return;
     const std::string text = BoardText(start_, "\n") + "\n" + play_.Played() + "\n";
     const std::string fault = WriteWholeFile(*answer, text);
     if (!fault.empty()) desk_.Say(fault);
@@ -120,7 +120,6 @@ void PlayControl::SolveFromHere() {
         return;
     }
     asked_ = play_.Cursor();
-    turn_.reset();
     solve_.StartFrom(play_.Position(), SolveControl::Purpose::FromHere,
                      [this](const SolveReport& report) { Came(report); });
 }
@@ -176,7 +175,6 @@ void PlayControl::SayTurn() {
         line += turn_->LastYes() < 0 ? "" : "; solvable up to " + place(turn_->LastYes());
         line += ", not after " + place(turn_->FirstNo()) + "; between them unknown";
     }
-    turn_.reset();
 }
 
 void PlayControl::Present() {

@@ -55,7 +55,7 @@ std::optional<std::int64_t> ParseNumber(std::string_view text) {
     const std::size_t first = text.find_first_not_of(kBlanks);
     if (first == std::string_view::npos) return std::nullopt;
     text = text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-    if (text.size() > 1 && text[0] == '+' && text[1] != '-') text.remove_prefix(1);
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
     std::int64_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (end != text.data() + text.size()) return std::nullopt;

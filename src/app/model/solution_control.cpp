@@ -8,13 +8,12 @@
 namespace kavit {
 
 void SolutionControl::Show(SolveReport report, const std::string& name) {
-    Keep(std::move(report));
-    knownAs_ = name;
+    Keep(std::move(report), name);
 }
 
-void SolutionControl::Keep(SolveReport report) {
+void SolutionControl::Keep(SolveReport report, const std::string& knownAs) {
     report_ = std::move(report);
-    knownAs_.clear();
+    knownAs_ = knownAs;
     chosen_ = 0;
     Load();
 }
@@ -40,7 +39,7 @@ std::vector<std::string> SolutionControl::Names() const {
 
 // The file comes last of what can fail: the text view and the clipboard have the solution by then.
 void SolutionControl::Take(SolveReport report, const std::filesystem::path& folder, bool write) {
-    Keep(std::move(report));
+    Keep(std::move(report), "");
     desk_.Window().SetClipboard(report_->Kept[0]->SolString);
     if (write) Write(folder);
     if (report_ && !report_->EndedEarly()) desk_.ShowMsg(Result::SolutionInClipboard);
@@ -69,7 +68,7 @@ std::filesystem::path SolutionControl::AskFile(const std::filesystem::path& fold
     std::string what;
     for (const std::string& solution : Names()) what += (what.empty() ? "" : ", ") + solution;
     const auto answer = desk_.Window().AskSaveFile(FileKind::Solution, start.string(), name, what);
-    if (!answer || answer->empty()) return {};
+    if (!answer) return {};
     std::filesystem::path file = *answer;
     saveFolder_ = file.parent_path();
     return file;

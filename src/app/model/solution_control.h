@@ -55,7 +55,7 @@ class SolutionControl {
     void Present();
 
   private:
-    void Keep(SolveReport report);
+    void Keep(SolveReport report, const std::string& knownAs);
     [[nodiscard]] std::vector<std::string> Names() const;
     void Write(const std::filesystem::path& folder);
     void WriteTo(const std::filesystem::path& file);

@@ -101,7 +101,6 @@ void SolveControl::SearchSaid(const MessageLines& lines) {
 }
 
 void SolveControl::SearchCame(const SolveProgress& progress) {
-    Begun();
     desk_.Screen.Progress = progress.Positions;
     desk_.Screen.Debug = "Pos.Count = " + B(progress.Positions);
     desk_.Screen.Details = DetailsOf(progress);

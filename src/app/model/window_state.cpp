@@ -126,7 +126,7 @@ void StateMachine::Fire(Event event) {
         std::find_if(std::begin(kTransitions), std::end(kTransitions),
                      [&](const Transition& t) { return t.By == event && Holds(t.From, now_); });
     if (row == std::end(kTransitions)) return;
-    if (row->To == Importing && now_ != Importing) below_ = now_;
+    if (now_ != Importing) below_ = now_;
     now_ = row->To;
 }
 
