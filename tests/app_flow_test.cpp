@@ -40,6 +40,7 @@ const std::map<std::string, std::string> kLevels = {
      "##########\n#@ $ $ ..#\n##########\nTitle: Three\n"},
     {"twin",
      "#######\n#.$@$.#\n#######\nSolution\nRlL\n\n#######\n#.$@$.#\n#######\nSolution\nLrR\n"},
+    {"trap", "######\n#    #\n#@$ .#\n#    #\n######\n"},
     {"torn", "#####\n#@$.#\n#####\n\n#####\n#@$?#\n#####\n\n#####\n#@$.#\n#####\n"},
     {"ragged", "#####\n#@$.#\n#####\n\n#####\n#@$?#\n#####\n\n#####\n#@$!#\n#####\n"},
     {"room", "#######\n#@ $ .#\n#     #\n#######\n"},
@@ -140,6 +141,7 @@ class Flow {
             {"space", [](Model& m) { m.SpacePressed(); }},
             {"solution", [&](Model& m) { m.Solution.Choose(number); }},
             {"goto", [&](Model& m) { m.Solution.GoTo(number); }},
+            {"speed", [&](Model& m) { m.Solution.SetSpeed(number); }},
             {"letter1", [&](Model& m) { m.Solution.TextClicked(text, 1); }},
             {"hand", [](Model& m) { m.Play.GiveArrows(false); }},
             {"replay", [](Model& m) { m.Play.GiveArrows(true); }},
@@ -231,6 +233,7 @@ class Flow {
         std::string replay = of(look.At, look.Moves) + " " + of(look.PushesAt, look.Pushes);
         for (const std::int64_t mark : look.PushMarks) replay = join(replay, std::to_string(mark));
         for (const std::string& name : look.Names) replay = join(replay, name);
+        replay += when(look.Speed != kNormalSpeed, ", speed " + std::to_string(look.Speed));
         replay += when(look.OwnsArrows, ", arrows") + when(look.Playing, ", playing");
         return {
             {"aside", when(s.AsideOn, "on ") + s.Aside},

@@ -380,6 +380,9 @@ TEST_F(Cli, StandardOutputThatFails) {
         EXPECT_EQ(run.Err.empty(), c.Says.empty()) << run.Err;
         EXPECT_FALSE(Contains(folder_.Read("s/one.sol"), "positions"));
         EXPECT_FALSE(fs::exists(folder_.Path("s/two.sol"))) << "it went on without a reader";
+        const ProgramRun list =
+            RunSolve({.Args = {"--list", "one.xsb"}, .Out = c.Out, .Folder = folder_.Path()});
+        EXPECT_EQ(list.Status, 7);
     }
 }
 
@@ -451,19 +454,21 @@ TEST_F(Cli, SignalsWaitForAWholeFile) {
     ProgramSetup setup{.Args = Words("--sol pipe one.xsb")};
     setup.Folder = folder_.Path();
     std::thread user;
+    bool blocked = false;
     int pipe = -1;
     setup.OnStart = [&](pid_t program) {
         user = std::thread([&, program] {
             const std::string status = "/proc/" + std::to_string(program) + "/status";
-            const std::regex held("SigBlk:\t[0-9a-f]*[2367abef]\n");  // SIGINT is its second bit
-            for (int i = 0; i < 3000; ++i, usleep(1000))
-                if (std::regex_search(kavit::test::ReadWholeFile(status), held)) break;
+            const std::regex held("SigBlk:\t[0-9a-f]*[4567cdef]..[2367abef]\n");  // bits 2 and 15
+            for (int i = 0; i < 3000 && !blocked; ++i, usleep(1000))
+                blocked = std::regex_search(kavit::test::ReadWholeFile(status), held);
             for (const int number : {SIGINT, SIGTERM}) kill(program, number);
             pipe = open(folder_.Path("pipe").c_str(), O_RDWR | O_NONBLOCK);
         });
     };
     EXPECT_GE(RunSolve(setup).Status, 128);
     user.join();
+    EXPECT_TRUE(blocked);
     std::array<char, 1000> written{};
     EXPECT_GT(read(pipe, written.data(), written.size() - 1), 0);
     close(pipe);

@@ -121,8 +121,8 @@ void AlbumControl::ShowKnown() {
 void AlbumControl::Save() {
     const Album& album = levels_.List();
     if (album.Entries.empty()) return desk_.Say(kNoList);
-    std::string name = album.Path.filename().string();
-    if (album.Folder() || name.empty()) name += ".sok";
+    std::string name = album.Path.empty() ? "pasted" : album.Path.filename().string();
+    if (album.Folder() || album.Path.empty()) name += ".sok";
     const auto answer =
         desk_.Window().AskSaveFile(FileKind::Collection, levels_.Folder().string(), name, "");
     if (!answer) return;

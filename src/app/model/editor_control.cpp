@@ -27,7 +27,6 @@ void EditorControl::Open() {
 
 void EditorControl::Done() {
     if (!IsEditing(desk_.Now())) return;
-    CellUp();
     desk_.Fire(Event::EditClosed);
     tool_ = desk_.Screen.Tool = kNoTool;
     OpenLevel& level = levels_.Level();

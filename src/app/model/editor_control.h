@@ -34,7 +34,7 @@ class EditorControl {
 
     void SelectTool(int tool);
     void SelectShape(Shape shape);
-    void CellDown(int index, bool erase = false);
+    void CellDown(int index, bool erase);
     void CellMove(int index);  // the pointer is over this cell, or beside the board next to it
     void CellUp();
     void Undo() { Take(&History<OpenLevel>::Undo); }

@@ -266,15 +266,9 @@ bool LevelControl::Unsaved() const {
 
 bool LevelControl::MayLeave() {
     if (!Unsaved()) return true;
-    switch (desk_.Window().Ask("The board was changed. Save it?", Choices::SaveDiscardCancel)) {
-        case Choice::Yes:
-            return AskAndSave();
-        case Choice::No:
-            return true;
-        case Choice::Cancel:
-            return false;
-    }
-    return false;
+    const Choice answer =
+        desk_.Window().Ask("The board was changed. Save it?", Choices::SaveDiscardCancel);
+    return answer == Choice::Yes ? AskAndSave() : answer == Choice::No;
 }
 
 // Into the level's own file. What has none, as a level of a collection, asks for one.

@@ -21,7 +21,7 @@ std::string DetailsOf(const SolveProgress& p) {
     std::string text = "layers " + B(p.ForwLayers) + " + " + B(p.BackLayers) + ", this one " +
                        B(p.LayerSize) + "; " + B(std::llrint(p.OffersPerSecond / 1000) * 1000) +
                        " offers/s; " + BytesText(bytes);
-    if (p.PushesLower > 0) text += "; at least " + B(p.PushesLower) + " pushes";
+    text += "; at least " + B(p.PushesLower) + " pushes";
     if (p.PushesReach) text += "; memory reaches to about " + B(*p.PushesReach);
     return text;
 }
