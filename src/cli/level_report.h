@@ -15,8 +15,7 @@ struct LevelReport {
     std::string File;
     std::int64_t Index = 1;
     std::string Title;
-    bool FromCollection = false;
-    bool OnlyOne = false;  // of its collection, by name
+    bool OneOfMany = false;  // of a collection, and not chosen by its name
 
     bool Loaded = false;  // the board was read; if not, Solve holds only Code, LastMsg and Lines
     // In words and with the place: why it could not be read, was refused, or found no room.

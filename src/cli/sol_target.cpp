@@ -52,8 +52,7 @@ std::string SolTarget::WriteTo(const fs::path& path, const LevelReport& report) 
 
 void SolTarget::Write(LevelReport& report) {
     fs::path path = target_;
-    if (folder_ || (report.FromCollection && !report.OnlyOne))
-        path /= SolutionBaseName(report.Solve.Request) + ".sol";
+    if (folder_ || report.OneOfMany) path /= SolutionBaseName(report.Solve.Request) + ".sol";
     report.SolError = WriteTo(path, report);
     if (report.SolError.empty()) report.SolFile = path.string();
 }

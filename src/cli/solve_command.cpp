@@ -140,8 +140,7 @@ LevelReport SolveCommand::ReadEntry(const LevelEntry& entry) {
     report.File = entry.File;
     report.Index = std::max<std::int64_t>(entry.Level.Index, 1);
     report.Title = entry.Level.Title;
-    report.FromCollection = entry.FromCollection;
-    report.OnlyOne = entry.OnlyOne;
+    report.OneOfMany = entry.FromCollection && !entry.OnlyOne;
     const ReadReply read = ReadLevel(entry, options_.Strict, report.Solve.Request.Level);
     report.Loaded = read.Loaded();
     report.Reason = read.Reason;

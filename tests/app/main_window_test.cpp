@@ -773,6 +773,11 @@ class MainWindowTest : public QObject {
                 }
             }
         }
+        kavit::PictureSet set;
+        kavit::PictureSet other;
+        for (const bool dark : {false, true}) set.SetSize(22, dark);
+        other.SetSize(22, true);
+        QCOMPARE(set.At(kavit::Picture::Wall).toImage(), other.At(kavit::Picture::Wall).toImage());
         Open("album.txt", (std::string(kEasy) + "\n#####\n#@$.#\n#####\n").c_str());
         const auto painted = [&] {
             const QModelIndex first = Find<QTableView>("lstLevels")->model()->index(0, 0);

@@ -18,10 +18,6 @@ class LayerChart : public QWidget {
     // Entry k: positions that lie k pushes from the start, or from the end.
     void ShowLayers(std::vector<std::int64_t> forward, std::vector<std::int64_t> backward);
 
-    // "layer,forward,backward" and a row a layer.
-    [[nodiscard]] QByteArray Csv() const;
-    // Draws the chart on a picture or a file of drawings.
-    void Draw(QPainter& painter, const QRectF& area) const;
     // By the end of the name: .csv, .svg, and pictures of any kind that is known. "" or what went
     // wrong; a file is replaced whole or not at all.
     [[nodiscard]] QString Save(const QString& name) const;
@@ -36,6 +32,9 @@ class LayerChart : public QWidget {
   private:
     [[nodiscard]] std::size_t Layers() const { return std::max(forward_.size(), backward_.size()); }
     [[nodiscard]] QRectF Plot(const QRectF& area) const;
+    // "layer,forward,backward" and a row a layer.
+    [[nodiscard]] QByteArray Csv() const;
+    void Draw(QPainter& painter, const QRectF& area) const;
 
     std::vector<std::int64_t> forward_;
     std::vector<std::int64_t> backward_;

@@ -114,7 +114,7 @@ Result Expander::StoreChunk(OfferChunk& chunk, const ExpandJob& job) {
                                                job.Side, *walks_);
                 if (result != Result::GoOn) return result;
             }
-            if (run.Made || run.Pos < 1 || !state_.Store.OnPath(run.Pos)) continue;
+            if (run.Made || !state_.Store.OnPath(run.Pos)) continue;
             // It has come onto a path since the chunk was made.
             OfferChunk& late = maker_.MakeOne(run.Pos, job.Side);
             assert(&late != &chunk);
