@@ -1,6 +1,7 @@
 #include "app/view/main_window.h"
 #include "app/view/layer_chart.h"
 #include "app/view/level_list.h"
+#include "app/view/preferences.h"
 #include "app/view/replay_bar.h"
 #include "app/view/theme.h"
 
@@ -792,6 +793,14 @@ class MainWindowTest : public QObject {
         QTRY_VERIFY(!kavit::IsDark(window_->palette()));
         for (std::size_t i = 0; i < dark.size(); ++i) QVERIFY(painted()[i] != dark[i]);
         Do("mnuTheme0");
+    }
+
+    // A number in the file that somebody edited.
+    void speedOutOfRange() {
+        QSettings(QSettings::IniFormat, QSettings::UserScope, "kavit", "window")
+            .setValue("speed", 99);
+        QCOMPARE(kavit::Preferences::Load().Speed,
+                 static_cast<int>(std::size(kavit::kReplaySpeeds)) - 1);
     }
 
     // What a picture is told is on the screen without another reason to paint.

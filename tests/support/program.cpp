@@ -25,11 +25,11 @@ Pipe MakePipe() {
 }
 
 // A terminal: its near end is read, the far end is given to the program.
-Pipe MakeTerminal() {
+Pipe MakeTerminal(unsigned short columns) {
     const int near = posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC);
     if (near < 0 || grantpt(near) != 0 || unlockpt(near) != 0) throw std::runtime_error("no pty");
     const int far = open(ptsname(near), O_RDWR | O_NOCTTY | O_CLOEXEC);
-    const winsize size = {24, 70, 0, 0};
+    const winsize size = {24, columns, 0, 0};
     if (far < 0 || ioctl(far, TIOCSWINSZ, &size) != 0) throw std::runtime_error("no pty");
     return {near, far};
 }
@@ -75,7 +75,7 @@ void Take(int& file, std::string& text) {
 ProgramRun RunSolve(const ProgramSetup& setup) {
     Pipe in = MakePipe();
     Pipe out = MakePipe();
-    Pipe err = setup.ErrTerminal ? MakeTerminal() : MakePipe();
+    Pipe err = setup.ErrColumns ? MakeTerminal(*setup.ErrColumns) : MakePipe();
     if (setup.Out == ProgramSetup::Stdout::ClosedReader) Close(out.Read);
     const pid_t child = fork();
     if (child < 0) throw std::runtime_error("no process");

@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,8 @@ struct ProgramSetup {
     std::string Input = {};
     bool HoldInput = false;    // standard input stays open and silent
     bool InputFolder = false;  // standard input is a folder, which can't be read
-    bool ErrTerminal = false;  // standard error is a terminal of 70 columns
+    // Standard error is a terminal with so many columns; 0: one that does not tell.
+    std::optional<unsigned short> ErrColumns = {};
     Stdout Out = Stdout::Read;
     std::string Folder = {};                  // to run in
     std::function<void(pid_t)> OnStart = {};  // called when it has been started
