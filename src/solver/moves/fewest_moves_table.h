@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "solver/store/position_store.h"
-#include "solver/store/prefetch.h"
 
 // What the search for the fewest moves of all holds in the memory of the position store: a table of
 // positions, growing from the bottom of the block, and the queues of both sides, growing from its
@@ -86,7 +85,10 @@ class MovesTable {
         return static_cast<std::size_t>((mix >> 32) * slotCount_ >> 32);
     }
     void PrefetchHome(std::uint64_t mix) const { __builtin_prefetch(slots_ + Home(mix)); }
-    void PrefetchRow(std::int32_t pos) const { PrefetchBytes(Row(pos), rowBytes_); }
+    void PrefetchRow(std::int32_t pos) const {
+        __builtin_prefetch(Row(pos));
+        __builtin_prefetch(Row(pos) + rowBytes_ - 1);
+    }
     // Fetches the row that Find will look at first.
     void PrefetchFound(std::uint64_t mix) const {
         const std::uint32_t slot = slots_[Home(mix)];

@@ -9,7 +9,6 @@
 #include "solver/moves/fewest_moves_offers.h"
 #include "solver/moves/fewest_moves_table.h"
 #include "solver/search/chunk_ring.h"
-#include "solver/store/prefetch.h"
 
 namespace kavit {
 
@@ -58,8 +57,10 @@ class MovesWave final : public ChunkWork {
         MovesOffers& offers = offers_[static_cast<std::size_t>(slot)];
         MovesMaker<Set>& maker = makers_[static_cast<std::size_t>(thread)];
         offers.Begin(chunk.Count);
-        for (std::size_t i = 0; i < chunk.Count; ++i)
-            PrefetchBytes(chunk.Taken[i].Key, static_cast<std::size_t>(boxes_) + 1);
+        for (std::size_t i = 0; i < chunk.Count; ++i) {
+            __builtin_prefetch(chunk.Taken[i].Key);
+            __builtin_prefetch(chunk.Taken[i].Key + boxes_);
+        }
         for (std::size_t i = 0; i < chunk.Count; ++i) {
             const auto& [key, moves] = chunk.Taken[i];
             if (chunk.Side == 0)

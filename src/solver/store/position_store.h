@@ -11,7 +11,6 @@
 
 #include "solver/store/memory_source.h"
 #include "solver/store/mixed_table.h"
-#include "solver/store/prefetch.h"
 #include "solver/store/primes.h"
 #include "solver/store/slot_table.h"
 #include "solver/types.h"
@@ -145,7 +144,11 @@ class PositionStore {
         differ |= (WordAt(own + at) ^ WordAt(key + at)) << (8 * (at + 8 - keyLength_));
         return differ == 0;
     }
-    void PrefetchRow(std::int32_t pos) const { PrefetchBytes(Row(pos), rowLength_); }
+    void PrefetchRow(std::int32_t pos) const {
+        const std::byte* row = Row(pos);
+        __builtin_prefetch(row);
+        __builtin_prefetch(row + rowLength_ - 1);
+    }
 
     // A run of rows that another core may have written.
     void PrefetchRows(std::int32_t first, std::int32_t last) const {

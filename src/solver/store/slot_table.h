@@ -1,13 +1,11 @@
 #pragma once
 
-#include <algorithm>
 #include <array>
 #include <cassert>
 #include <cstddef>
 #include <cstdint>
 
 #include "solver/store/offer.h"
-#include "solver/store/prefetch.h"
 #include "solver/store/primes.h"
 #include "solver/types.h"
 
@@ -62,8 +60,9 @@ class SlotTable {
     }
     // Fetches a home slot, and what lies below it: probe paths of a table that fills lead there.
     void Prefetch(const Offer& offer) const {
-        const std::int32_t below = std::min(offer.Slot, 12);
-        PrefetchBytes(slots_ + offer.Slot - below, (below + 1U) * sizeof *slots_);
+        constexpr std::int32_t below = 12;
+        __builtin_prefetch(slots_ + offer.Slot);
+        __builtin_prefetch(slots_ + (offer.Slot >= below ? offer.Slot - below : 0));
     }
     // The next position on the offer's path, from where the offer stands, that may have its key; 0
     // at the end of the path. The offer stays there: what is stored meanwhile is seen when it is
