@@ -839,7 +839,7 @@ class MainWindowTest : public QObject {
     }
 
     // Lines, bars and words of the saved drawing, and what the pointer is told; how wide letters
-    // are is the machine's.
+    // are is the machine's. Then the colours that a theme chooses.
     void chartAndColours() {
         const auto path = [&](const char* name) {
             return QString::fromStdString(folder_->Path(name));

@@ -115,7 +115,7 @@ void AlbumControl::ShowKnown() {
     desk_.Fire(Event::SolutionFound);
     const std::string name = entry.SolutionName();
     desk_.PutLines({name + ": " + S(known.Moves) + "/" + B(known.Pushes), ""});
-    solution_.Show(std::move(report), name);
+    solution_.Keep(std::move(report), name);
 }
 
 void AlbumControl::Save() {

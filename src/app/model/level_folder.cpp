@@ -67,7 +67,7 @@ std::string LevelFolder::Next() {
 // From a file that is not in the list one steps to the list's last.
 std::string LevelFolder::Previous() {
     if (levelIdx_ == kNotOpened) return "Must Open First";
-    if (levelIdx_ <= 0 || list_.empty()) return "No previous levels";
+    if (levelIdx_ <= 0) return "No previous levels";
     return StepTo(levelIdx_ - 1);
 }
 

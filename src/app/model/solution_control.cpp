@@ -7,10 +7,6 @@
 
 namespace kavit {
 
-void SolutionControl::Show(SolveReport report, const std::string& name) {
-    Keep(std::move(report), name);
-}
-
 void SolutionControl::Keep(SolveReport report, const std::string& knownAs) {
     report_ = std::move(report);
     knownAs_ = knownAs;

@@ -22,8 +22,8 @@ class SolutionControl {
     SolutionControl(Desk& desk, const SettingsControl& settings)
         : desk_(desk), settings_(settings) {}
 
-    // One that was known already, called so.
-    void Show(SolveReport report, const std::string& name);
+    // `knownAs` is the name of one that was known already, "" of what the last search found.
+    void Keep(SolveReport report, const std::string& knownAs);
     // Save Solution, any time after a solve.
     void Save(const std::filesystem::path& folder);
     // A report with a solution. Its file is written or asked for, unless it starts in the middle of
@@ -55,7 +55,6 @@ class SolutionControl {
     void Present();
 
   private:
-    void Keep(SolveReport report, const std::string& knownAs);
     [[nodiscard]] std::vector<std::string> Names() const;
     void Write(const std::filesystem::path& folder);
     void WriteTo(const std::filesystem::path& file);
@@ -69,7 +68,7 @@ class SolutionControl {
     Desk& desk_;
     const SettingsControl& settings_;
     std::optional<SolveReport> report_;
-    std::string knownAs_;  // "" for what the last search found
+    std::string knownAs_;
     ReplayCursor replay_;
     std::size_t chosen_ = 0;
     int speed_ = kNormalSpeed;
