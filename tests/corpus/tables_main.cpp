@@ -89,7 +89,7 @@ int main(int argc, char** argv) {
     if (argc < 2 || argc > 3) {
         std::cerr << "usage: kavit-corpus-tables FOLDER [STATES]\n"
                      "Writes expected.tsv and moves.tsv into FOLDER for the .xsb files in it; the\n"
-                     "exhaustive search gives up beyond STATES (5000000, some 100 bytes each).\n";
+                     "exhaustive search gives up beyond STATES (35000000, some 100 bytes each).\n";
         return 1;
     }
     try {
@@ -99,7 +99,7 @@ int main(int argc, char** argv) {
         WriteCounts(items, counts);
         counts.close();
         std::ofstream moves(folder / "moves.tsv");
-        WriteMoves(items, argc > 2 ? std::stoul(argv[2]) : 5000000, moves);
+        WriteMoves(items, argc > 2 ? std::stoul(argv[2]) : 35000000, moves);
         moves.close();
         if (counts && moves) return 0;
         std::cerr << "kavit-corpus-tables: cannot write into " << folder << '\n';
