@@ -47,6 +47,7 @@ const std::map<std::string, std::string> kLevels = {
     {"ring",
      "#########\n#   .   #\n#   #   #\n#  ###  #\n# $# #$ #\n#  ###  #\n#   #   #\n#@  .   "
      "#\n#########\n"},
+    {"liar", "#####\n#@$.#\n#####\nSolution\nlL\n\n#####\n#@$.#\n#####\n"},
     {"broad", "##################\n#@$.             #\n##################\n"},
 };
 
@@ -153,6 +154,8 @@ class Flow {
             {"saveplayed", [](Model& m) { m.Play.Save(); }},
             {"aside", [](Model& m) { m.Aside.Turn(); }},
             {"rested", [](Model& m) { m.Aside.Rested(); }},
+            {"hold", [&](Model&) { View.HoldAside = true; }},
+            {"asideends", [&](Model&) { View.EndAside(); }},
             {"dead", [](Model& m) { m.Play.TurnDead(); }},
             {"reach", [](Model& m) { m.Play.TurnReach(); }},
             {"shift", [&](Model& m) { m.Editor.Shift(number); }},

@@ -53,9 +53,15 @@ class FakeView final : public kavit::View, private kavit::SolveObserver {
         Run([&](kavit::Model& m) { m.Solve.SearchEnded(report); });
     }
     void StartAside(kavit::SolveSession& session, const kavit::SolveRequest& request) override {
-        kavit::SolveObserver nobody;
-        const kavit::SolveReport report = session.Run(request, nobody);
-        Run([&](kavit::Model& m) { m.Aside.Ended(report); });
+        Aside = [this, &session, request] {
+            kavit::SolveObserver nobody;
+            const kavit::SolveReport report = session.Run(request, nobody);
+            Run([&](kavit::Model& m) { m.Aside.Ended(report); });
+        };
+        if (!HoldAside) EndAside();
+    }
+    void EndAside() {
+        if (const auto run = std::exchange(Aside, nullptr)) run();
     }
     void Quit() override { ++Quits; }
 
@@ -77,6 +83,8 @@ class FakeView final : public kavit::View, private kavit::SolveObserver {
     [[nodiscard]] std::string Lines() const { return Now.Left + "|" + Now.Right; }
 
     kavit::Model* Owner = nullptr;
+    std::function<void()> Aside;  // the search beside the drawing, from its start to its end
+    bool HoldAside = false;
     kavit::Screen Now;
     kavit::Place Focused = kavit::Place::NextButton;
     std::vector<std::string> Boxes;

@@ -44,11 +44,6 @@ void AlbumControl::SolveAll() {
 void AlbumControl::SolveNext(int from) {
     const auto row = levels_.List().NextUnsolved(from);
     if (!row || !levels_.ChooseEntry(*row)) return EndSolvingAll();
-    if (levels_.Level().Bad) {
-        levels_.List().Entries[static_cast<std::size_t>(*row)].Mark = "can't be read";
-        levels_.ShowList();
-        return SolveNext(*row + 1);
-    }
     solve_.Start();
 }
 

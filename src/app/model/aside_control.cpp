@@ -31,7 +31,6 @@ std::string AnswerOf(const SolveReport& report) {
 
 void AsideControl::Turn() {
     on_ = !on_;
-    asked_.reset();
 }
 
 void AsideControl::Rested() {

@@ -9,7 +9,6 @@ namespace kavit {
 
 void EditorControl::Open() {
     if (desk_.Refused(Need::Edit) || IsEditing(desk_.Now())) return;
-    solution_.SetAside();
     settings_.ApplyPending();
     before_ = levels_.Level();
     history_ = History<OpenLevel>(before_);

@@ -182,7 +182,7 @@ bool LevelControl::ChooseEntry(int row) {
     Load(std::move(opened), reply, true);
     if (!entry.Title.empty()) desk_.Screen.Right = entry.Title;
     ShowList();
-    return true;
+    return !level_.Bad;
 }
 
 void LevelControl::ShowList() {

@@ -43,7 +43,7 @@ constexpr Transition kTransitions[] = {
     {In(Empty, Blank), OptionChanged, Blank},
     {In(Ready, OutOfMemory, ShowingText, Importing) | kStill, OptionChanged, Ready},
 
-    {In(Ready, Blank), SolveAsked, Checking},
+    {In(Ready, Blank, Replaying, Halting) | kStill, SolveAsked, Checking},
     {In(Checking), SearchBegun, Solving},
     {kBusy, CheckFailed, Ready},
     {kBusy, EndedWithout, Ready},
