@@ -420,6 +420,27 @@ TEST_F(Cli, SignalsAndProgress) {
     }
 }
 
+// What the bar says of each part of a solve; ended when the last has been seen.
+TEST_F(Cli, ProgressOfEachPart) {
+    const std::regex parts[] = {
+        std::regex(R"(\[#{0,3}\.+\] [0-9]+k positions, [0-9]+ s, at least [0-9]+ pushes)"
+                   R"(( \(room for [0-9]+\))?, layers [0-9]+\+[0-9]+, now [0-9]+k?, [0-9]+k )"
+                   R"(offers/s, [0-9.]+ MB)"),
+        std::regex(R"(1113k positions, [0-9]+ s, improving moves, layers [0-9]+\+[0-9]+, [0-9]+k )"
+                   R"(offers/s, 23 MB)"),
+        std::regex(R"([0-9]+k positions, [0-9]+ s, at least 1[0-9][0-9] moves, [0-9]+k )"
+                   R"(offers/s, [0-9.]+ MB)")};
+    ProgramSetup setup;
+    setup.Args = {"--opt-level", "4", KAVIT_OWN_LEVELS "/big_yard.xsb"};
+    setup.ErrColumns = 200;
+    setup.OnErr = [&](pid_t program, const std::string& err) {
+        if (std::regex_search(err, parts[2])) kill(program, SIGTERM);
+    };
+    const ProgramRun run = RunSolve(setup);
+    for (const std::regex& part : parts)
+        EXPECT_TRUE(std::regex_search(run.Err, part)) << &part - parts << '\n' << run.Err;
+}
+
 TEST_F(Cli, SecondSignalEndsAtOnce) {
     // Runs until it waits for its input, and then does what is asked, once.
     const auto disturb = [&](const std::function<void(pid_t)>& how) {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "level/collection_lines.h"
 #include "support/levels.h"
 
 namespace kavit::test {
@@ -205,6 +206,7 @@ TEST(Collection, KeepsToItsLimits) {
 }
 
 TEST(Collection, WritesTitlesInOneLine) {
+    EXPECT_EQ(Trimmed(" \t a b \t "), "a b");
     const Collection odd = CollectionOf(
         CollectionText({"a\nb", "", "", {{1, "t\r\nu", "", "", "##\n#@\n##", "", 1}}, {}}));
     EXPECT_EQ(odd.Title + odd.Levels.at(0).Title, "a bt  u");

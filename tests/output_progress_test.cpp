@@ -51,13 +51,14 @@ TEST(Progress, HowFarTheMemoryReaches) {
     }
 }
 
-// Before and after each step of a search, at half a second each.
+// Before and after each step of a search, at half a second each; and what the pass is at.
 struct Steps : SolverHooks {
     const Solver* Solving = nullptr;
     ProgressMeter Meter;
     char Side = ' ';
     double Seconds = 0;
     std::int64_t Bound = 0;
+    int InPass = 0;
     std::vector<std::int64_t> OffersAt = {0};  // at whole seconds
 
     void ShowSide(char side) override {
@@ -68,6 +69,7 @@ struct Steps : SolverHooks {
     void ShowProgress(std::int64_t /*positions*/) override {
         const SearchCounters& counters = Solving->Counters();
         const SolveProgress now = Meter.Read(*Solving, SeaType::Both, Side, Seconds);
+        if (counters.SeaPhase == 2) return;
         EXPECT_EQ(now.ForwLayers + now.BackLayers, counters.SeaSteps);
         if (Side != ' ') {
             EXPECT_EQ(Side == '1' ? now.BackLayers : now.ForwLayers,
@@ -81,6 +83,14 @@ struct Steps : SolverHooks {
         Seconds += 0.5;
         const SearchCounters& counters = Solving->Counters();
         const SolveProgress now = Meter.Read(*Solving, SeaType::Both, Side, Seconds);
+        EXPECT_EQ(now.SeaPhase, counters.SeaPhase);
+        if (counters.SeaPhase == 2) {
+            EXPECT_EQ(now.ForwLayers, counters.ForwLevel);
+            EXPECT_EQ(now.BackLayers, counters.BackLevel);
+            EXPECT_EQ(now.PushesLower, counters.OptimumPushes);
+            ++InPass;
+            return;
+        }
         EXPECT_EQ(now.ForwLayers, counters.ForwDepth);
         EXPECT_EQ(now.BackLayers, counters.BackDepth);
         EXPECT_EQ(now.PushesLower, now.ForwLayers + now.BackLayers + 1);
@@ -108,9 +118,11 @@ TEST(Progress, LayersAndBound) {
     Steps steps;
     steps.Solving = &solver;
     const Board board = test::BoardOfFile(KAVIT_EXAMPLES_FOLDER "/05-crossing.xsb");
-    ASSERT_EQ(solver.AnalyseBoard(board, {}), Result::Ok);
+    ASSERT_EQ(solver.AnalyseBoard(board, {.OptLevel = OptLevel::SomethingPlus}), Result::Ok);
     ASSERT_EQ(solver.Search(steps), Result::Ok);
     EXPECT_EQ(steps.Bound, solver.Kept(1)->SolPushes + 1) << "the last step counts as whole";
+    EXPECT_EQ(solver.OptimizeMoves(steps), Result::GoOn);
+    EXPECT_GT(steps.InPass, 20);
 }
 
 // Every call of a solve, in its order: messages by number, sides, and positions as progress.
