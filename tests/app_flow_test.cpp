@@ -51,8 +51,6 @@ const std::map<std::string, std::string> kLevels = {
     {"broad", "##################\n#@$.             #\n##################\n"},
 };
 
-constexpr const char* kSolvedLine = "Solution:  3/2|solution remained in Clipboard and 'TEXT'";
-
 class Flow {
   public:
     Flow() {
@@ -82,7 +80,7 @@ class Flow {
         std::string rows;
         for (int cell = 0; cell < kCells; ++cell) {
             if (cell > 0 && cell % Maxcol == 0) rows += '|';
-            rows += " .$*#+@@@@ "[static_cast<int>(Now().Cells[static_cast<std::size_t>(cell)])];
+            rows += " .$*#+<@>^ "[static_cast<int>(Now().Cells[static_cast<std::size_t>(cell)])];
         }
         for (std::size_t at = 0; (at = rows.find(" |")) != std::string::npos;) rows.erase(at, 1);
         return rows.substr(0, rows.find_last_not_of(" |") + 1);
@@ -302,11 +300,6 @@ class Flow {
     [[nodiscard]] const Screen& Now() const { return View.Now; }
     [[nodiscard]] const Board& Level() const { return Window->Levels.Level().Board; }
     [[nodiscard]] int At(int cell) const { return Level().Cell[static_cast<std::size_t>(cell)]; }
-    [[nodiscard]] int Men() const {
-        int men = 0;
-        for (const std::uint8_t code : Level().Cell) men += code >= kMan ? 1 : 0;
-        return men;
-    }
 
     TempFolder Files;
     FakeView View;
@@ -574,33 +567,6 @@ TEST_F(FlowTest, WhatASearchShows) {
               "reaches to about 30");
 }
 
-// A board can never hold two men, whatever was clicked; the way he looks is only his picture.
-TEST_F(FlowTest, OneMan) {
-    flow.Play("open:easy edit shift:2");
-    for (int tool = 5; tool <= 9; ++tool) {
-        const int cell = 60 + tool;
-        flow.Play("tool:" + std::to_string(tool) + " down:" + std::to_string(cell) + " up");
-        EXPECT_EQ(flow.Men(), 1) << tool;
-        EXPECT_EQ(flow.At(cell), tool == 9 ? kManOnGoal : kMan) << tool;
-        EXPECT_EQ(flow.Now().Cells[static_cast<std::size_t>(cell)], PictureOf(tool)) << tool;
-    }
-    flow.Play("tool:2 down:69");
-    EXPECT_EQ(flow.View.TakeBoxes(), "You can't erase the Man");
-    flow.Play("move:70 up");
-    EXPECT_EQ(flow.At(70), kFloor) << "no drag begins on the man";
-    flow.Play("tool:4 down:67 move:69 move:71 up move:72");
-    EXPECT_EQ(flow.View.TakeBoxes(), "Can't drag over the Man");
-    EXPECT_EQ(flow.At(71), kWall);
-    EXPECT_EQ(flow.At(72), kFloor);
-    EXPECT_EQ(flow.At(69), kManOnGoal);
-    flow.Play("tool:6 down:100 move:101");
-    EXPECT_EQ(flow.At(101), kFloor) << "men are not dragged";
-    // The man is found again behind a shift.
-    flow.Play("anim no open:easy edit shift:1 anim solve edit tool:0 down:90 anim solve");
-    EXPECT_EQ(flow.View.Lines(), kSolvedLine);
-    EXPECT_EQ(flow.Men(), 1);
-}
-
 TEST_F(FlowTest, ExpertMenus) {
     flow.Play("tool:2 tool:3 tool:1 letter opt:0 search:1 hash:2");
     flow.Play("open:easy solve");
@@ -747,23 +713,6 @@ TEST_F(FlowTest, SettingsFilesThatDoNotHold) {
     EXPECT_EQ(flow.Begin(), "");
     EXPECT_EQ(flow.Shown("boxes size panel solution timer menus"),
               "MaxTime can't exceed 86400 secs.; 4000000/8; 4000000/8/300; never; /300; 20M");
-}
-
-TEST_F(FlowTest, CopiesAndHelp) {
-    flow.Play("open:easy");
-    flow.Run([](Model& m) { m.ShowHelp(4); });
-    EXPECT_EQ(flow.View.Help, "4easy");
-}
-
-// A replay paints what changed and shows the level again when it is given up.
-TEST_F(FlowTest, ReplayPaintsTheBoard) {
-    flow.Play("open:easy solve anim tick tick");
-    EXPECT_EQ(flow.Now().Cells[21], Picture::Floor);
-    EXPECT_EQ(flow.Now().Cells[22], Picture::ManRight);
-    EXPECT_EQ(flow.Now().Cells[23], Picture::Box);
-    EXPECT_TRUE(IsPlaying(flow.Now().Phase));
-    flow.Play("anim tick");
-    EXPECT_FALSE(IsPlaying(flow.Now().Phase));
 }
 
 }  // namespace
