@@ -43,6 +43,7 @@ void Desk::ClearLabels() {
     Screen.Timer.clear();
     Screen.Side.clear();
     Screen.Details.clear();
+    Screen.Progress = 0;
 }
 
 }  // namespace kavit

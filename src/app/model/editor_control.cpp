@@ -17,7 +17,6 @@ void EditorControl::Open() {
     desk_.SetTitle("Editing");
     desk_.ShowMsg(Result::Editing);
     desk_.ClearLabels();
-    desk_.Screen.Progress = 0;
     dragging_ = false;
     man_ = Picture::ManDown;
     SelectTool(kWall);

@@ -72,7 +72,6 @@ void LevelControl::Restart() {
     PrepareWindow();
     solution_.Forget();
     desk_.Fire(Event::Restarted);
-    desk_.Screen.Progress = 0;
     ShowLevel();
     desk_.ShowMsg(Result::LevelOpened);
 }
@@ -121,7 +120,6 @@ void LevelControl::Load(OpenLevel opened, const ReadReply& reply, bool fromList)
     solution_.Forget();
     desk_.Fire(level_.Bad ? Event::LevelFailed : Event::LevelRead);
     desk_.SetTitle(level_.FileName);
-    desk_.Screen.Progress = 0;
     ShowLevel();
     if (level_.Bad) {
         desk_.ShowMsg(reply.Code);
@@ -250,7 +248,6 @@ void LevelControl::Clear() {
     solution_.Forget();
     desk_.Fire(Event::Cleared);
     desk_.SetTitle("");
-    desk_.Screen.Progress = 0;
     ShowLevel();
 }
 

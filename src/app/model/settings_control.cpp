@@ -100,7 +100,6 @@ void SettingsControl::Apply() {
     if (desk_.Now() == State::OutOfMemory) {
         desk_.Fire(Event::MemoryLeft);
         desk_.ClearLabels();
-        desk_.Screen.Progress = 0;
     }
     desk_.ShowMsg(Result::LevelOpened);
 }

@@ -71,7 +71,6 @@ void SolveControl::Begun() {
     desk_.Screen.Title = "Solving " + levels_.Level().Name();
     if (purpose_ != Purpose::Probe) desk_.ShowMsg(Result::Ok);
     desk_.ClearLabels();
-    desk_.Screen.Progress = 0;
     ShowElapsed();
 }
 
@@ -82,7 +81,6 @@ void SolveControl::Stop() {
 void SolveControl::LeaveOutOfMemory() {
     desk_.Fire(Event::MemoryLeft);
     desk_.ClearLabels();
-    desk_.Screen.Progress = 0;
     desk_.ShowMsg(Result::LevelOpened);
 }
 
