@@ -37,8 +37,6 @@ struct MessageValues {
 struct MessageLines {
     std::optional<std::string> Left;
     std::optional<std::string> Right;
-
-    bool operator==(const MessageLines&) const = default;
 };
 
 class MessageCatalogue {

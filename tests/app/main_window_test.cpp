@@ -333,7 +333,9 @@ class MainWindowTest : public QObject {
         Open("album.txt", (kEasy + room + "Solution: rRR\n" + room + "Title: T\n").c_str());
         boxes_->OnDialog = [this](QDialog* dialog) {
             boxes_->Texts.append(dialog->objectName());
-            dialog->reject();
+            const bool chart = dialog->objectName() == "dlgSaveChart";
+            if (chart) dialog->findChild<QLineEdit*>("fileNameEdit")->setText("no.such");
+            dialog->done(chart ? QDialog::Accepted : QDialog::Rejected);
         };
         QString found;
         const QString commands =
@@ -374,7 +376,9 @@ class MainWindowTest : public QObject {
             for (int cell = 19; cell < 76; ++cell)
                 if (cell % 19 < 7)
                     found += QString::number(static_cast<int>(Board()->PictureAt(cell)), 16);
-            found += " | " + boxes_->Take().replace('\n', ' ') + '\n';
+            found += " | " +
+                     boxes_->Take().replace('\n', ' ').replace(folder_->Path().c_str(), "FOLDER") +
+                     '\n';
         }
         IsAsIn("commands.txt", found);
     }
@@ -999,6 +1003,9 @@ class MainWindowTest : public QObject {
         table->setCurrentIndex(table->model()->index(1, 1));
         QCOMPARE(boxes_->Take(), QString("The board was changed. Save it? [Save Cancel Discard]"));
         QCOMPARE(table->currentIndex().row(), 0);
+        boxes_->Answer = QMessageBox::Discard;
+        table->setCurrentIndex(table->model()->index(1, 1));
+        QCOMPARE(table->currentIndex().row(), 1);
         Do("mnuLevelList");
         QVERIFY(!dock->isVisible());
         Do("mnuLevelList");

@@ -56,8 +56,6 @@ void HelpWindow::ShowTopic(int topic, const QString& levelName) {
         case 5:
             Fill(tr("About"), HelpFile("about").arg(QApplication::applicationVersion()));
             break;
-        default:
-            Fill({}, {});
     }
     show();
     raise();
