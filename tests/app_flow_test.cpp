@@ -154,6 +154,7 @@ class Flow {
             {"rested", [](Model& m) { m.Aside.Rested(); }},
             {"hold", [&](Model&) { View.HoldAside = true; }},
             {"asideends", [&](Model&) { View.EndAside(); }},
+            {"help", [&](Model& m) { m.ShowHelp(number); }},
             {"dead", [](Model& m) { m.Play.TurnDead(); }},
             {"reach", [](Model& m) { m.Play.TurnReach(); }},
             {"shift", [&](Model& m) { m.Editor.Shift(number); }},

@@ -423,11 +423,12 @@ TEST_F(Cli, SignalsAndProgress) {
 TEST_F(Cli, ProgressOfEachPart) {
     const std::regex parts[] = {
         std::regex(R"(\[#{0,3}\.+\] [0-9]+k positions, [0-9]+ s, at least [0-9]+ pushes)"
-                   R"(( \(room for [0-9]+\))?, layers [0-9]+\+[0-9]+, now [0-9]+k?, [0-9]+k )"
+                   R"(( \(room for [0-9]+\))?, layers [0-9]+\+[0-9]+, now [0-9]+k?, [0-9.]+[kM] )"
                    R"(offers/s, [0-9.]+ MB)"),
-        std::regex(R"(1113k positions, [0-9]+ s, improving moves, layers [0-9]+\+[0-9]+, [0-9]+k )"
-                   R"(offers/s, 23 MB)"),
-        std::regex(R"([0-9]+k positions, [0-9]+ s, at least 1[0-9][0-9] moves, [0-9]+k )"
+        std::regex(
+            R"(1113k positions, [0-9]+ s, improving moves, layers [0-9]+\+[0-9]+, [0-9.]+[kM] )"
+            R"(offers/s, 23 MB)"),
+        std::regex(R"([0-9]+k positions, [0-9]+ s, at least 1[0-9][0-9] moves, [0-9.]+[kM] )"
                    R"(offers/s, [0-9.]+ MB)")};
     ProgramSetup setup;
     setup.Args = {"--opt-level", "4", KAVIT_OWN_LEVELS "/big_yard.xsb"};

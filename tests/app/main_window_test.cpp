@@ -339,17 +339,14 @@ class MainWindowTest : public QObject {
         };
         QString found;
         const QString commands =
-            "mnuNextUnsolved mnuKnown btnFirst cmbSpeed=4 cmbSolution=0 btnLast mnuOpen1 key:Right "
-            "key:Right key:Down key:Up key:Left mnuUndoPush mnuRedoPush mnuPlayRestart "
-            "mnuSavePlayed "
-            "mnuCopyPlayed mnuSaveLevel mnuHash2 mnuHash3 mnuHash1 mnuHash0 mnuOpt2 mnuSea1 "
-            "mnuSea2 "
-            "mnuSea3 mnuSolveAll mnuNextUnsolved mnuSaveSolution btnSaveChart btnCloseList "
-            "mnuPlayRestart "
-            "mnuConfigure cmbMemory:x frmbtnApply cmbMemory:100 cmbBlocks:x frmbtnApply "
-            "cmbBlocks:7 "
-            "cmbTime:x frmbtnApply cmbTime:9 cmbBlocks=1 frmbtnApply mnuEditBoard mnuShape1 "
-            "mnuShape2 mnuShape0 btnCLEAR mnuUndo mnuRedo mnuShape2 btnANIM";
+            "mnuNextUnsolved mnuKnown btnFirst cmbSpeed=4 cmbSolution=0 btnLast mnuOpen1 "
+            "key:Right key:Right key:Down key:Up key:Left mnuUndoPush mnuRedoPush "
+            "mnuPlayRestart mnuSavePlayed mnuCopyPlayed mnuSaveLevel mnuHash2 mnuHash3 mnuHash1 "
+            "mnuHash0 mnuOpt2 mnuSea1 mnuSea2 mnuSea3 mnuSolveAll mnuNextUnsolved "
+            "mnuSaveSolution btnSaveChart btnCloseList mnuPlayRestart mnuConfigure cmbMemory:x "
+            "frmbtnApply cmbMemory:100 cmbBlocks:x frmbtnApply cmbBlocks:7 cmbTime:x "
+            "frmbtnApply cmbTime:9 cmbBlocks=1 frmbtnApply mnuEditBoard mnuShape1 mnuShape2 "
+            "mnuShape0 btnCLEAR mnuUndo mnuRedo mnuShape2 btnANIM";
         for (const QString& command : commands.split(' ')) {
             const QStringList parts = command.split(QRegularExpression("[=:]"));
             if (parts[0] == "key") {

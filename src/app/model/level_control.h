@@ -47,7 +47,7 @@ class LevelControl {
     void Restart();
     void Step(int step);  // 1 next level, -1 previous
     void Example(int index);
-    // A level of the list; false when the one on the board stays.
+    // A level of the list; false when the one on the board stays, or this one can't be read.
     bool ChooseEntry(int row);
     void Save();
     void SaveAs();
