@@ -15,9 +15,10 @@ namespace kavit {
 
 namespace {
 
-// For one shape of the bit board.
+// For one shape of the bit board. In cache lines of its own, since another thread's may lie next to
+// it.
 template <typename Set>
-class MoveGeneratorOf final : public MoveGenerator {
+class alignas(64) MoveGeneratorOf final : public MoveGenerator {
   public:
     explicit MoveGeneratorOf(const Grid& grid) : grid_(grid), region_(grid), freeze_(grid) {
         for (const int bit : grid_.LiveBits) live_ = live_ | region_.Single(bit);

@@ -23,7 +23,9 @@ struct ParentRun {
     bool Made = false;  // false: left out, since no path led through it then
 };
 
-class OfferChunk {
+// Begins a cache line of its own: another thread fills the chunk beside it, and every offer writes
+// the count.
+class alignas(64) OfferChunk {
   public:
     static constexpr int kMostParents = 128;
     static constexpr int kMostOffers = 4096;  // about; a single position may have more

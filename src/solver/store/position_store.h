@@ -54,7 +54,9 @@ struct LentMemory {
     std::int32_t NumPos = 0;
 };
 
-class PositionStore {
+// In cache lines of its own: workers read its fields for every position, and what lies beside it in
+// a search are the counters, which every offer changes.
+class alignas(64) PositionStore {
   public:
     explicit PositionStore(MemorySource& source) : source_(&source) {}
 
