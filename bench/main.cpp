@@ -60,7 +60,7 @@ int main(int argc, char** argv) {
         if (storeSizes) return kavit::bench::RunStoreSizes(largest);
         if (fingerprint) return kavit::bench::PrintFingerprint();
         if (moves) return kavit::bench::RunMovesTable(wishes.MoreLevels, blocks);
-        if (fewest) return kavit::bench::RunFewestTable(wishes.MoreLevels);
+        if (fewest) return kavit::bench::RunFewestTable(wishes.MoreLevels, wishes.Threads);
         return kavit::bench::RunSpeed(wishes);
     } catch (const std::exception& error) {
         std::cerr << "kavit-bench: " << error.what() << '\n';
