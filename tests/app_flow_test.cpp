@@ -368,13 +368,19 @@ TEST_F(FlowTest, ListOfLevels) {
            {{"open:two.txt during:solve solveall", "kavit two-1; 0 listed: : , : , "}});
     // A folder is a list as well; the list goes and comes back.
     std::filesystem::create_directory(flow.Files.Path("levels"));
+    const std::string broken =
+        "Lines 1 to 3 of b3.xsb are left out: line 2, column 4 is no level character";
+    flow.Files.Write("levels/b3.xsb", "#####\n#@$?#\n#####\n");
     flow.Play("no open:levels");
-    EXPECT_TRUE(flow.View.TakeBoxes().starts_with("There are no levels in "));
+    EXPECT_EQ(flow.View.TakeBoxes(),
+              "There are no levels in " + flow.Files.Path("levels") + "\n\n" + broken);
     flow.Files.Write("levels/b10.xsb", test::kEasy);
     flow.Files.Write("levels/b2.txt", kLevels.at("album"));
-    Follow("title list",
-           {{"open:levels next", "kavit b2-2; 1 listed: One: , Two: , Three: , b10: , "},
-            {"togglelist", "kavit b2-2; 1: One: , Two: , Three: , b10: , "}});
+    Follow("title list boxes",
+           {{"open:levels next", "kavit b2-2; 1 listed: One: , Two: , Three: , b10: , ; " + broken},
+            {"togglelist", "kavit b2-2; 1: One: , Two: , Three: , b10: , ; "},
+            {"open:levels/b10.xsb togglelist",
+             "kavit b10; 3 listed: One: , Two: , Three: , b10: , ; " + broken}});
 }
 
 // Levels and solutions are saved where the user says, and then are what the files hold.

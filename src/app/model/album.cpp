@@ -22,6 +22,11 @@ bool IsPlainFile(const fs::path& file) {
 
 void Add(Album& album, std::istream& stream, const fs::path& file) {
     Collection read = ReadCollection(stream);
+    const std::string where = file == album.Path ? "" : " of " + file.filename().string();
+    for (const SkippedLines& lines : std::exchange(read.Skipped, {})) {
+        album.LeftOut.push_back("Lines " + std::to_string(lines.First) + " to " +
+                                std::to_string(lines.Last) + where + " are left out: " + lines.Why);
+    }
     for (CollectionLevel& level : std::exchange(read.Levels, {})) {
         AlbumEntry& entry = album.Entries.emplace_back();
         entry.Level = std::move(level);

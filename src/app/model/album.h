@@ -25,8 +25,9 @@ struct AlbumEntry {
 // The levels of a collection's file, or of a folder, that are listed beside the board. A folder
 // lists its level files; those that hold collections give all of their levels.
 struct Album {
-    std::filesystem::path Path;  // the file or the folder
-    Collection Head;             // title, author, comment and what was skipped
+    std::filesystem::path Path;        // the file or the folder
+    Collection Head;                   // title, author and comment
+    std::vector<std::string> LeftOut;  // a sentence for each piece that could not be read
     std::vector<AlbumEntry> Entries;
     int Chosen = -1;
 

@@ -10,6 +10,22 @@
 
 namespace kavit {
 
+namespace {
+
+// What could not be read of it: the first piece in full.
+std::string LeftOutOf(const Album& album) {
+    const std::size_t more = album.LeftOut.size() - 1;
+    return album.LeftOut.front() +
+           (more > 0 ? "\n\n" + std::to_string(more) + " more of that kind" : "");
+}
+
+std::string NoLevelsIn(const Album& folder) {
+    return "There are no levels in " + folder.Path.string() +
+           (folder.LeftOut.empty() ? "" : "\n\n" + LeftOutOf(folder));
+}
+
+}  // namespace
+
 bool OpenLevel::Built() const {
     return !AsRead || !SameLevel(Board, *AsRead);
 }
@@ -41,7 +57,7 @@ void LevelControl::OpenPath(const std::string& fullName) {
     std::error_code error;
     if (std::filesystem::is_directory(path, error)) {
         Album folder = ReadFolder(path);
-        if (folder.Entries.empty()) return desk_.Say("There are no levels in " + path.string());
+        if (folder.Entries.empty()) return desk_.Say(NoLevelsIn(folder));
         return OpenAlbum(std::move(folder));
     }
     if (auto album = ReadAlbum(path)) return OpenAlbum(std::move(*album));
@@ -137,15 +153,7 @@ void LevelControl::OpenAlbum(Album album) {
     }
     album_ = std::move(album);
     desk_.Screen.ListVisible = true;
-    if (!album_.Head.Skipped.empty()) {
-        const SkippedLines& first = album_.Head.Skipped.front();
-        desk_.Say(
-            "Lines " + std::to_string(first.First) + " to " + std::to_string(first.Last) +
-            " are left out: " + first.Why +
-            (album_.Head.Skipped.size() > 1
-                 ? "\n\n" + std::to_string(album_.Head.Skipped.size() - 1) + " more of that kind"
-                 : ""));
-    }
+    if (!album_.LeftOut.empty()) desk_.Say(LeftOutOf(album_));
     ChooseEntry(0);
 }
 
@@ -153,7 +161,7 @@ void LevelControl::ListFolder() {
     if (desk_.Refused(Need::Levels)) return;
     Album folder = ReadFolder(files_.Folder());
     const std::vector<AlbumEntry>& entries = folder.Entries;
-    if (entries.empty()) return desk_.Say("There are no levels in " + files_.Folder().string());
+    if (entries.empty()) return desk_.Say(NoLevelsIn(folder));
     const auto here = std::find_if(entries.begin(), entries.end(), [&](const AlbumEntry& entry) {
         return entry.File.filename() == files_.LevelFile();
     });
@@ -162,6 +170,7 @@ void LevelControl::ListFolder() {
     album_ = std::move(folder);
     desk_.Screen.ListVisible = true;
     ShowList();
+    if (!album_.LeftOut.empty()) desk_.Say(LeftOutOf(album_));
 }
 
 bool LevelControl::ChooseEntry(int row) {
