@@ -551,23 +551,28 @@ TEST_F(FlowTest, WhatASearchShows) {
     flow.Play("open:strange solve");
     EXPECT_EQ(during, "SOLVE -ANIM CLEARkavit strange");
     EXPECT_EQ(flow.Now().Debug + flow.Now().Closing, "1 box and 0 goals");
-    flow.Run([](Model& m) {
-        SolveProgress progress;
-        progress.Positions = 5000;
-        progress.BytesPerPosition = 1024;
-        progress.ForwLayers = 12;
-        progress.BackLayers = 9;
-        progress.LayerSize = 321;
-        progress.OffersPerSecond = 2100499;
-        progress.PushesLower = 22;
-        progress.PushesReach = 30;
-        m.Solve.SearchCame(progress);
-    });
-    EXPECT_EQ(flow.Now().Debug, "Pos.Count = 5000");
-    EXPECT_EQ(flow.Now().Progress, 5000);
-    EXPECT_EQ(flow.Now().Details,
+    SolveProgress progress;
+    const auto came = [&](int phase) {
+        progress.SeaPhase = phase;
+        flow.Run([&](Model& m) { m.Solve.SearchCame(progress); });
+        return flow.Now().Details;
+    };
+    progress.Positions = 5000;
+    progress.BytesPerPosition = 1024;
+    progress.ForwLayers = 12;
+    progress.BackLayers = 9;
+    progress.LayerSize = 321;
+    progress.OffersPerSecond = 2100499;
+    progress.PushesLower = 22;
+    progress.PushesReach = 30;
+    progress.MovesLower = 61;
+    EXPECT_EQ(came(1),
               "layers 12 + 9, this one 321; 2100000 offers/s; 4.9 MB; at least 22 pushes; memory "
               "reaches to about 30");
+    EXPECT_EQ(came(2), "improving moves, layers 12 + 9; 2100000 offers/s; 4.9 MB");
+    EXPECT_EQ(came(3), "2100000 offers/s; 4.9 MB; at least 61 moves");
+    EXPECT_EQ(flow.Now().Debug, "Pos.Count = 5000");
+    EXPECT_EQ(flow.Now().Progress, 5000);
 }
 
 TEST_F(FlowTest, ExpertMenus) {

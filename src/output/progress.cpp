@@ -68,7 +68,7 @@ SolveProgress ProgressMeter::Read(const Solver& solver, SeaType searched, char s
     progress.NumPos = solver.AppliedSizes().NumPos;
     progress.Offers = counters.HashCnt;
     progress.BytesPerPosition = counters.BytesPerPosition;
-    progress.PushesLower = counters.SeaSteps + 1;
+    progress.PushesLower = counters.PushesLowerBound;
     if (counters.FewestOffers > 0) {
         progress.SeaPhase = 3;
         progress.Positions = counters.FewestPositions;
@@ -77,7 +77,6 @@ SolveProgress ProgressMeter::Read(const Solver& solver, SeaType searched, char s
     } else if (!search) {
         progress.ForwLayers = counters.ForwLevel;
         progress.BackLayers = counters.BackLevel;
-        progress.PushesLower = counters.OptimumPushes;
     } else {
         std::vector<double> forward = LayerSizes(solver.Layers().ForwTopEnd);
         std::vector<double> backward = LayerSizes(solver.Layers().BackTopEnd);

@@ -14,13 +14,17 @@
 namespace kavit {
 namespace {
 
-// Layers of both sides, the size of the present one, pace, memory, and what is proved.
+// Layers of both sides, the size of the present one, pace, memory, and what is proved; of the parts
+// that come after the search, what there is.
 std::string DetailsOf(const SolveProgress& p) {
     const auto bytes =
         static_cast<std::uint64_t>(p.BytesPerPosition * static_cast<double>(p.Positions));
-    std::string text = "layers " + B(p.ForwLayers) + " + " + B(p.BackLayers) + ", this one " +
-                       B(p.LayerSize) + "; " + B(std::llrint(p.OffersPerSecond / 1000) * 1000) +
-                       " offers/s; " + BytesText(bytes);
+    const std::string pace =
+        B(std::llrint(p.OffersPerSecond / 1000) * 1000) + " offers/s; " + BytesText(bytes);
+    if (p.SeaPhase == 3) return pace + "; at least " + B(p.MovesLower) + " moves";
+    const std::string layers = "layers " + B(p.ForwLayers) + " + " + B(p.BackLayers);
+    if (p.SeaPhase == 2) return "improving moves, " + layers + "; " + pace;
+    std::string text = layers + ", this one " + B(p.LayerSize) + "; " + pace;
     text += "; at least " + B(p.PushesLower) + " pushes";
     if (p.PushesReach) text += "; memory reaches to about " + B(*p.PushesReach);
     return text;

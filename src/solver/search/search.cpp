@@ -84,7 +84,6 @@ Result Step(SearchState& state, Expander& expander, std::uint8_t side, std::int3
             std::int32_t& end, std::int64_t& depth, LayerTables::Table& table) {
     assert(side == kForwTag || side == kBackTag);
     assert(0 <= top && top <= end && end <= state.Counters.BucketCnt);
-    state.Counters.PushesLowerBound = state.Counters.ForwDepth + state.Counters.BackDepth + 1;
     depth += 1;
     const ExpandJob job{.Side = side, .Top = top, .End = end};
     state.DuplicateBound = top;
@@ -129,6 +128,7 @@ bool BackwardNext(const SearchState& state) {
 Result SearchRounds(SearchState& state, Expander& expander) {
     SearchCounters& counters = state.Counters;
     state.Hooks->ShowMsg(Result::Thinking);
+    counters.PushesLowerBound = 1;
     Result result = Result::GoOn;
     while (result == Result::GoOn) {
         const bool backward = BackwardNext(state);
@@ -137,6 +137,7 @@ Result SearchRounds(SearchState& state, Expander& expander) {
         counters.LastSide = backward ? 2 : 1;
         counters.SeaSteps += 1;
         assert(counters.SeaSteps == counters.ForwDepth + counters.BackDepth);
+        if (result == Result::GoOn) counters.PushesLowerBound = counters.SeaSteps + 1;
         state.Hooks->ShowMsg(Result::Thinking);
         if (counters.nSol > 0) break;
     }
