@@ -573,6 +573,9 @@ TEST_F(FlowTest, WhatASearchShows) {
     EXPECT_EQ(came(3), "2100000 offers/s; 4.9 MB; at least 61 moves");
     EXPECT_EQ(flow.Now().Debug, "Pos.Count = 5000");
     EXPECT_EQ(flow.Now().Progress, 5000);
+    flow.View.DuringSearch = [&](Model& m) { m.Solve.SearchCame(progress); };
+    flow.Play("open:easy solve");
+    EXPECT_EQ(flow.Now().Details, "");
 }
 
 TEST_F(FlowTest, ExpertMenus) {

@@ -132,6 +132,7 @@ void SolveControl::ShowEnd(const SolveReport& report) {
     ShowFigures(report);
     if (report.HasSolution()) {
         desk_.Fire(Event::SolutionFound);
+        desk_.Screen.Details.clear();  // what it came to says more than how it was going
         desk_.Screen.Progress = report.Counters.BucketCnt;
         desk_.Screen.Debug = "Pos.Count = " + B(report.Counters.BucketCnt) +
                              (report.MovesProved ? "; fewest moves proved" : "");
