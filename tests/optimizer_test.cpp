@@ -57,12 +57,11 @@ TEST(Optimizer, LevelThreeReachesTheFewestMovesKnown) {
         for (test::MovesRow& row : test::ReadMoves(folder))
             if (row.Moves) rows.push_back(std::move(row));
     constexpr auto kPlus = OptLevel::SomethingPlus;
-    constexpr SolverOptions settings[] = {{.OptLevel = kPlus},
-                                          {.OptLevel = kPlus, .OptSpecial = true},
-                                          {.OptLevel = kPlus, .SeaType = SeaType::Forward},
-                                          {.OptLevel = kPlus, .SeaType = SeaType::Backward},
-                                          {.OptLevel = kPlus, .HashCase = HashCase::Case1},
-                                          {.OptLevel = kPlus, .HashCase = HashCase::Case2}};
+    constexpr SolverOptions settings[] = {
+        {.OptLevel = kPlus},
+        {.OptLevel = kPlus, .HashCase = HashCase::Case1, .OptSpecial = true},
+        {.OptLevel = kPlus, .SeaType = SeaType::Forward, .HashCase = HashCase::Case2},
+        {.OptLevel = kPlus, .SeaType = SeaType::Backward}};
     Solver solver;
     ASSERT_TRUE(solver.ApplySizes({250000, 20, 300}).Ok);
     int proved = 0;
