@@ -1003,6 +1003,13 @@ class MainWindowTest : public QObject {
         boxes_->Answer = QMessageBox::Discard;
         table->setCurrentIndex(table->model()->index(1, 1));
         QCOMPARE(table->currentIndex().row(), 1);
+        // A level from elsewhere has no row, and the list's are a click away.
+        QApplication::clipboard()->setText(kEasy);
+        Do("mnuPasteLevel");
+        QVERIFY(!table->currentIndex().isValid());
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {},
+                          table->visualRect(table->model()->index(1, 1)).center());
+        QCOMPARE(window_->windowTitle(), QString("kavit album-2"));
         Do("mnuLevelList");
         QVERIFY(!dock->isVisible());
         Do("mnuLevelList");

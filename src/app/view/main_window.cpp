@@ -142,9 +142,8 @@ void MainWindow::ShowList(const Screen& screen) {
         if (!same) list_->Show(std::move(rows));
         shownList_ = screen.List;
     }
-    if (screen.ListChosen >= 0 && list_->Chosen() != screen.ListChosen) {
-        list_->Choose(screen.ListChosen);
-    }
+    // A level that is not of the list has no row, so that a click on any row opens that one.
+    if (list_->Chosen().value_or(-1) != screen.ListChosen) list_->Choose(screen.ListChosen);
     list_->ShowSolvingAll(screen.SolvingAll);
     dock_->setVisible(screen.ListVisible);
 }
